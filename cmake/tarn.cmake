@@ -1,0 +1,25 @@
+# What every target of the project shares: warnings, floating-point rules, sanitizers.
+
+add_library(tarn_options INTERFACE)
+target_compile_options(tarn_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
+  -Wconversion -Werror
+  # g++ 12 sees overlapping copies in its own std::string (GCC bug 105329).
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+  # Every float sum and product is rounded by itself: the same bits on every machine.
+  -ffp-contract=off -fno-fast-math)
+
+if(TARN_SANITIZE)
+  target_compile_options(tarn_options INTERFACE
+    -fsanitize=${TARN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(tarn_options INTERFACE -fsanitize=${TARN_SANITIZE})
+endif()
+
+# tarn_module(NAME SOURCES ... USES ...): one folder of src/ as the static library
+# tarn_NAME. USES lists the modules it may include; nothing else is on its path but src/.
+function(tarn_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  add_library(tarn_${name} STATIC ${ARG_SOURCES})
+  target_include_directories(tarn_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(tarn_${name} PRIVATE tarn_options PUBLIC ${ARG_USES})
+endfunction()
