@@ -1,0 +1,189 @@
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "base/file_layer.h"
+
+namespace tarn {
+namespace {
+
+constexpr int kMostLinks = 40;  // as many as the system itself follows
+
+// For the system a name ends at a zero byte; what stands before it would be another file. No
+// file has the empty name.
+const char* Name(const std::string& path) {
+  return path.find('\0') == std::string::npos ? path.c_str() : "";
+}
+
+int OpenFlags(FileLayer::Mode mode) {
+  switch (mode) {
+    case FileLayer::Mode::kRead:
+      return O_RDONLY;
+    case FileLayer::Mode::kCreate:
+      return O_WRONLY | O_CREAT | O_TRUNC;
+    case FileLayer::Mode::kCreateNew:
+      return O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW;
+    case FileLayer::Mode::kAppend:
+      return O_WRONLY | O_CREAT | O_APPEND;
+  }
+  return O_RDONLY;
+}
+
+// After a rename the new name itself must reach the disk: the folder is flushed too.
+void SyncFolderOf(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  const int handle =
+      ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);
+  ::close(handle);
+}
+
+class PosixFiles : public FileLayer {
+ public:
+  Handle Open(const std::string& path, Mode mode) override {
+    const mode_t rights = mode == Mode::kCreateNew ? 0600 : 0666;
+    Handle file = kNoFile;
+    do {
+      file = ::open(Name(path), OpenFlags(mode) | O_CLOEXEC, rights);
+    } while (file < 0 && errno == EINTR);
+    struct stat info {};
+    if (file >= 0 && ::fstat(file, &info) == 0 && S_ISDIR(info.st_mode)) {
+      ::close(file);
+      return kNoFile;
+    }
+    return file < 0 ? kNoFile : file;
+  }
+
+  int64_t Read(Handle file, void* data, size_t size) override {
+    ssize_t count = 0;
+    do {
+      count = ::read(file, data, size);
+    } while (count < 0 && errno == EINTR);
+    return count;
+  }
+
+  int64_t Write(Handle file, const void* data, size_t size) override {
+    ssize_t count = 0;
+    do {
+      count = ::write(file, data, size);
+    } while (count < 0 && errno == EINTR);
+    return count;
+  }
+
+  bool Seek(Handle file, int64_t position) override {
+    return position >= 0 && ::lseek(file, position, SEEK_SET) == position;
+  }
+
+  int64_t Size(Handle file) override {
+    struct stat info {};
+    return ::fstat(file, &info) == 0 ? static_cast<int64_t>(info.st_size) : -1;
+  }
+
+  bool Truncate(Handle file, int64_t size) override { return ::ftruncate(file, size) == 0; }
+
+  // A pipe or a terminal cannot be brought to a disk; that is no failure.
+  bool Sync(Handle file) override {
+    return ::fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+  }
+
+  bool Close(Handle file) override { return ::close(file) == 0; }
+
+  bool Rename(const std::string& from, const std::string& to) override {
+    if (::rename(Name(from), Name(to)) != 0) return false;
+    SyncFolderOf(to);
+    return true;
+  }
+
+  bool Remove(const std::string& path) override { return ::unlink(Name(path)) == 0; }
+
+  bool CopyMode(const std::string& from, const std::string& to) override {
+    struct stat info {};
+    struct stat mine {};
+    if (::stat(Name(from), &info) != 0 || ::stat(Name(to), &mine) != 0) return false;
+    mode_t rights = info.st_mode & 07777;
+    const bool same_owner = info.st_uid == mine.st_uid && info.st_gid == mine.st_gid;
+    if (!same_owner && ::chown(Name(to), info.st_uid, info.st_gid) != 0) {
+      // What was meant for one group is not given to another.
+      if (::chown(Name(to), static_cast<uid_t>(-1), info.st_gid) != 0) rights &= ~mode_t{070};
+      rights &= 0777;
+    }
+    return ::chmod(Name(to), rights) == 0;
+  }
+
+  bool GiveDefaultMode(const std::string& path) override {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return ::chmod(Name(path), 0666 & ~mask) == 0;
+  }
+
+  bool IsWriteProtected(const std::string& path) override {
+    return ::faccessat(AT_FDCWD, Name(path), W_OK, AT_EACCESS) != 0 &&
+           (errno == EACCES || errno == EPERM || errno == EROFS);
+  }
+
+  std::string ResolveLinks(const std::string& path) override {
+    std::error_code error;
+    std::filesystem::path file = Name(path);
+    if (file.empty()) return {};
+    for (int i = 0; std::filesystem::is_symlink(file, error); ++i) {
+      if (i == kMostLinks) return {};
+      const std::filesystem::path target = std::filesystem::read_symlink(file, error);
+      if (error) return path;
+      file = file.parent_path() / target;
+    }
+    const std::filesystem::path folder = std::filesystem::canonical(
+        file.has_parent_path() ? file.parent_path() : std::filesystem::path("."), error);
+    return error ? file.string() : (folder / file.filename()).string();
+  }
+
+  bool IsSpecial(const std::string& path) override {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(Name(path), error);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
+           !std::filesystem::is_directory(status);
+  }
+
+  bool IsDirectory(const std::string& path) override {
+    std::error_code error;
+    return std::filesystem::is_directory(Name(path), error);
+  }
+
+  bool EnterDirectory(const std::string& path) override { return ::chdir(Name(path)) == 0; }
+
+  std::string CurrentDirectory() override {
+    std::error_code error;
+    std::filesystem::path current = std::filesystem::current_path(error);
+    return error ? std::string() : current.string();
+  }
+
+  std::vector<std::string> NamesIn(const std::string& folder) override {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(Name(folder), error), end; !error && it != end;
+         it.increment(error)) {
+      names.push_back(it->path().filename().string());
+    }
+    return names;
+  }
+
+  bool MakeFolder(const std::string& path) override { return ::mkdir(Name(path), 0700) == 0; }
+
+  bool RemoveFolder(const std::string& path) override {
+    std::error_code error;
+    return std::filesystem::remove_all(Name(path), error) > 0 && !error;
+  }
+};
+
+}  // namespace
+
+FileLayer& SystemFiles() {
+  static PosixFiles files;
+  return files;
+}
+
+}  // namespace tarn

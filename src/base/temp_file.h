@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+// A temporary file of the program's own: a fresh, empty file with the prefix "Tarn" in a
+// folder, readable by the user alone, removed with the object.
+class TempFile {
+ public:
+  TempFile() = default;
+  ~TempFile() { Remove(); }
+  TempFile(const TempFile&) = delete;
+  TempFile& operator=(const TempFile&) = delete;
+
+  // False when the folder takes no new file.
+  bool Create(const std::string& folder);
+  void Remove();
+  // Empty until Create has succeeded.
+  const std::string& path() const { return m_path; }
+
+ private:
+  std::string m_path;
+};
+
+// A folder for scratch files with fixed names, private to this process and removed with all
+// that it holds: two programs at work at once never meet in it. Falls back to the system's
+// temporary folder itself, which is not removed, when none can be made.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  const std::string& path() const { return m_path; }
+
+ private:
+  std::string m_path;
+  bool m_owned = false;
+};
+
+}  // namespace tarn

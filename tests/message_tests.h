@@ -1,0 +1,81 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "app/messages.h"
+#include "data/messages.h"
+#include "engine/messages.h"
+#include "netfile/messages.h"
+#include "setup/messages.h"
+
+namespace tarn {
+
+// A message that a user can be shown and the test that provokes it and quotes its text.
+struct MessageTest {
+  std::string_view message;
+  std::string_view test;  // "Suite.Test"; of a parameterized one "Instance/Suite.Test/Value"
+};
+
+// In the order of the modules' tables.
+// clang-format off
+inline constexpr auto kMessageTests = std::to_array<MessageTest>({
+    // engine
+    {kLayerCountOutOfRange, "CheckShape.RefusesAnyOtherLayerCount"},
+    {kInputNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
+    {kOutputNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
+    {kHiddenNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
+
+    // data
+    {kInputColumnInvalid, "DataSource.AnswersForAnInputColumnBelowOne"},
+    {kTargetColumnInvalid, "DataSource.AnswersForATargetColumnBelowOne"},
+    {kInputFileInvalid, "PatternCountTest.FailsWithoutTheInputFile"},
+    {kInputFormatInvalid, "PatternCountTest.FailsForAnInputLineThatIsTooLong"},
+    {kTargetFileInvalid, "PatternCountTest.FailsWithoutTheTargetFile"},
+    {kTargetFormatInvalid, "PatternCountTest.FailsForATargetLineThatIsTooLong"},
+    {kCountsNotEqual, "PatternCountTest.FailsWhenTheFilesDiffer"},
+    {kDataFileEmpty, "PatternCountTest.FailsWithoutAnyRecord"},
+    {kNoReadingBuffer, "PatternReadingTest.FailsWithABufferThatNoMemoryHolds"},
+    {kInputFileBad, "PatternReadingTest.FailsWhenAFileIsGoneSinceTheCount"},
+    {kTargetFileBad, "PatternReadingTest.FailsWhenAFileIsGoneSinceTheCount"},
+    {kInputDataInsufficient, "PatternReadingTest.FailsAtARecordWithTooFewInputs"},
+    {kTargetDataInsufficient, "PatternReadingTest.FailsAtARecordWithTooFewTargets"},
+    {kRecordsInvalid, "PatternReadingTest.FailsWhenAFileHasFewerRecordsThanWereCounted"},
+    {kNoDataPoints, "PatternReadingTest.FailsWithoutPatterns"},
+    {kInputLimitsBad, "RecallNormalizationTest.FailsWithoutUsableInputLimits"},
+    {kTargetLimitsBad, "RecallNormalizationTest.FailsWithoutUsableTargetLimits"},
+    {kTestCountInvalid, "TestSetTest.TakesANegativeCountAsZero"},
+    {kTrainSetChanged, "StoredTestSetTest.IsDrawnAnewWhenTheCountsHaveChanged"},
+    {kTestSetInvalid, "StoredTestSetTest.IsDrawnAnewWhenANumberIsMissingOrOutOfRange"},
+    {kTestSetRandom, "StoredTestSetTest.IsDrawnAnewForAnUnknownModeWord"},
+    {kOutputsWriteError, "OutputsExportTest.FailsWhenTheFileCannotBeOpened"},
+
+    // setup
+    {kNetworkDesignError, "NetDesignDraft.ForcesALayerCountOutOfRangeToThreeAndStaysOpen"},
+    {kErrorCaption, "ConnectionsButton.OpensForExistingHiddenLayersOnly"},
+    {kInsufficientLayers, "ConnectionsButton.OpensForExistingHiddenLayersOnly"},
+    {kFastPropRange, "TrainingParametersDraft.TakesFastPropFrom0To3"},
+    {kMomentumRange, "TrainingParametersDraft.TakesMomentumFrom0To1"},
+    {kEtaMaxRange, "TrainingParametersDraft.TakesLearnRatesAbove0To1"},
+    {kEtaMinRange, "TrainingParametersDraft.TakesLearnRatesAbove0To1"},
+    {kEtaRange, "TrainingParametersDraft.TakesLearnRatesAbove0To1"},
+    {kUpdateRateRange, "TrainingParametersDraft.SetsAScreenUpdateRateOutOfRangeTo1AndCloses"},
+    {kAutoSaveRateRange, "TrainingParametersDraft.TurnsAutoSaveOffForANegativeRateAndCloses"},
+    {kLrcStartRange, "TrainingParametersDraft.WantsALearnRateControlStartAbove0"},
+    {kMaxIterationsRange, "TrainingParametersDraft.WantsMaximumIterationsAbove0"},
+    {kTrainingDataError, "TrainingDataDraftTest.SetsNegativeTestCasesToZeroAndCloses"},
+    {kRecallDataError, "RecallDataDraftTest.RefusesAnInputColumnBelow1ButNotAnEmptyOne"},
+    {kInputFileNotFound, "RecallDataDraftTest.ReportsMissingFilesOneByOneEvenWhenTheyAreTheSame"},
+    {kTargetFileNotFound, "RecallDataDraftTest.ReportsMissingFilesOneByOneEvenWhenTheyAreTheSame"},
+    {kInvalidRequest, "HandOverFile.MissingIsAnsweredWithAMessage"},
+    {kNoHandOverFile, "HandOverFile.MissingIsAnsweredWithAMessage"},
+    {kOptionWantsInteger, "SetupOptions.RefuseTextThatIsNoNumberForEveryNumericOption"},
+    {kOptionWantsReal, "SetupOptions.RefuseTextThatIsNoNumberForEveryNumericOption"},
+    {kOptionWantsSwitch, "SetupOptions.RefuseWordsThatAreNotKnown"},
+    {kOptionWantsTestMethod, "SetupOptions.RefuseWordsThatAreNotKnown"},
+    {kOptionWantsTransfer, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
+    {kTransferNameCount, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
+});
+// clang-format on
+
+}  // namespace tarn

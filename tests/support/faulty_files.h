@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "base/file_layer.h"
+
+namespace tarn {
+
+// A layer over another one that makes operations fail on demand, to show what the program
+// does when the disk fails at just that moment.
+class FaultyFiles : public FileLayer {
+ public:
+  enum class Fault {
+    kOnce,        // that operation fails and changes nothing; all others work
+    kDiskFull,    // from it on nothing new is made and nothing written; the rest works
+    kShortWrite,  // the first write from it on takes half of its bytes, then the disk is full
+  };
+  // Which operations count, and so can be the one that fails.
+  enum class Kinds {
+    kMutating,  // open for writing, write, sync, close, rename, truncate, remove
+    kAll,       // also open for reading, read, seek, size, access rights and folders
+  };
+
+  // Forwards to `under`, which is not owned. Nothing fails before FailAt.
+  explicit FaultyFiles(FileLayer& under) : m_under(under) {}
+
+  // Makes the `k`-th operation from now on (1 is the next one) the one that fails.
+  void FailAt(int64_t k, Fault fault = Fault::kOnce, Kinds kinds = Kinds::kMutating);
+  // Everything works again; the counts stay.
+  void StopFailing() { m_k = 0; }
+  // The operations that counted since FailAt, and how many of all kinds have failed.
+  int64_t Operations() const { return m_count; }
+  int64_t Failures() const { return m_failures; }
+
+  Handle Open(const std::string& path, Mode mode) override;
+  int64_t Read(Handle file, void* data, size_t size) override;
+  int64_t Write(Handle file, const void* data, size_t size) override;
+  bool Seek(Handle file, int64_t position) override;
+  int64_t Size(Handle file) override;
+  bool Truncate(Handle file, int64_t size) override;
+  bool Sync(Handle file) override;
+  // A close that fails still ends the handle, as the system's does.
+  bool Close(Handle file) override;
+
+  bool Rename(const std::string& from, const std::string& to) override;
+  bool Remove(const std::string& path) override;
+  bool CopyMode(const std::string& from, const std::string& to) override;
+  bool GiveDefaultMode(const std::string& path) override;
+  bool EnterDirectory(const std::string& path) override;
+  bool MakeFolder(const std::string& path) override;
+  bool RemoveFolder(const std::string& path) override;
+
+  // Questions about paths are answered and never fail.
+  bool IsWriteProtected(const std::string& path) override;
+  std::string ResolveLinks(const std::string& path) override;
+  bool IsSpecial(const std::string& path) override;
+  bool IsDirectory(const std::string& path) override;
+  std::string CurrentDirectory() override;
+  std::vector<std::string> NamesIn(const std::string& folder) override;
+
+ private:
+  // How an operation stands to a disk that is full.
+  enum class Need { kNothing, kSpace };
+
+  // Counts one operation and tells whether it fails.
+  bool Strikes(Kinds kind, Need need);
+  bool Exists(const std::string& path);
+
+  FileLayer& m_under;
+  int64_t m_k = 0;  // 0: nothing fails
+  Fault m_fault = Fault::kOnce;
+  Kinds m_kinds = Kinds::kMutating;
+  int64_t m_count = 0;
+  int64_t m_failures = 0;
+  bool m_half_taken = false;
+};
+
+// Runs `operation` for k = 1, 2, ... with its k-th counted operation failing, until it runs
+// through without meeting the fault. Before each run `prepare` sets the scene, after each
+// `check` looks at it with everything working again; it is told whether a fault has struck.
+// Returns the number of runs in which one did.
+int64_t ForEveryFault(FaultyFiles& files, FaultyFiles::Fault fault, FaultyFiles::Kinds kinds,
+                      const std::function<void()>& prepare, const std::function<void()>& operation,
+                      const std::function<void(bool struck)>& check);
+
+}  // namespace tarn

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/file_layer.h"
+
+namespace tarn {
+
+// Files that exist in memory only. Behaves as a disk does: a handle keeps its file whatever
+// becomes of the name, and a file can be made only in a folder that exists. There are no
+// links, no devices and no access rights. "/" and "/tmp" exist from the start.
+class MemoryFiles : public FileLayer {
+ public:
+  // `folder` is made and is the current directory.
+  explicit MemoryFiles(const std::string& folder = "/home");
+
+  // Makes a file hold `bytes`, with the folders on the way to it.
+  void Put(const std::string& path, std::string_view bytes);
+  // What a file holds; nothing when there is none.
+  std::optional<std::string> Get(const std::string& path) const;
+  bool Exists(const std::string& path) const { return m_files.count(Absolute(path)) > 0; }
+  // The full paths of all files, sorted.
+  std::vector<std::string> Paths() const;
+  // Handles that were opened and not closed.
+  int OpenHandles() const;
+  void AddFolder(const std::string& path);
+
+  Handle Open(const std::string& path, Mode mode) override;
+  int64_t Read(Handle file, void* data, size_t size) override;
+  int64_t Write(Handle file, const void* data, size_t size) override;
+  bool Seek(Handle file, int64_t position) override;
+  int64_t Size(Handle file) override;
+  bool Truncate(Handle file, int64_t size) override;
+  bool Sync(Handle file) override { return Find(file) != nullptr; }
+  bool Close(Handle file) override;
+
+  bool Rename(const std::string& from, const std::string& to) override;
+  bool Remove(const std::string& path) override;
+  bool CopyMode(const std::string& from, const std::string& to) override;
+  bool GiveDefaultMode(const std::string& path) override { return Exists(path); }
+  bool IsWriteProtected(const std::string&) override { return false; }
+  std::string ResolveLinks(const std::string& path) override { return Absolute(path); }
+
+  bool IsSpecial(const std::string&) override { return false; }
+  bool IsDirectory(const std::string& path) override;
+  bool EnterDirectory(const std::string& path) override;
+  std::string CurrentDirectory() override { return m_current; }
+  std::vector<std::string> NamesIn(const std::string& folder) override;
+  bool MakeFolder(const std::string& path) override;
+  bool RemoveFolder(const std::string& path) override;
+
+ private:
+  using Bytes = std::shared_ptr<std::string>;
+
+  struct OpenFile {
+    Bytes bytes;  // empty when the handle is free
+    size_t position = 0;
+    bool readable = false;
+    bool writable = false;
+    bool appends = false;
+  };
+
+  // The full path without "." and "..", and without a separator at its end; empty when the
+  // path names nothing.
+  std::string Absolute(const std::string& path) const;
+  OpenFile* Find(Handle file);
+  Handle Keep(OpenFile opened);
+  Bytes Create(const std::string& full_path);
+
+  std::map<std::string, Bytes> m_files;
+  std::set<std::string> m_folders;
+  std::string m_current = "/";
+  std::vector<OpenFile> m_open;
+};
+
+}  // namespace tarn
