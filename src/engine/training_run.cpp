@@ -1,0 +1,294 @@
+#include "engine/training_run.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/printf.h>
+
+#include "engine/forward.h"
+#include "engine/messages.h"
+#include "engine/weight_update.h"
+
+namespace tarn {
+namespace {
+
+// The clock is read after this many connections: about a fifth of a millisecond of work.
+constexpr int64_t kWorkPerClockReading = 100000;
+constexpr int64_t kHaltTextMs = 1500;
+
+int64_t OutputValues(const Network& network, int32_t patterns) {
+  return int64_t{patterns} * OutputLayer(network).nUnits;
+}
+
+float MeanSquare(float squared_error, int64_t n) {
+  return squared_error / static_cast<float>(n);
+}
+
+}  // namespace
+
+std::string TimeRemainingText(int64_t seconds) {
+  return fmt::sprintf("%d:%d:%d", seconds / 3600, seconds % 3600 / 60, seconds % 60);
+}
+
+TrainingRun::TrainingRun(Network& network, const Clock& clock, TrainingObserver& observer,
+                         std::string history_path)
+    : m_network(network), m_clock(clock), m_observer(observer), m_history(std::move(history_path)) {
+  network.iteration = 0;
+  network.rms_train = network.rms_test = 0;
+  network.correlation_train = network.correlation_test = 0;
+  network.within_train = network.within_test = 0;
+  network.WeightRate = std::clamp(network.WeightRate, 0, network.nTrain);
+  m_group_size = network.WeightRate > 0 ? network.WeightRate : std::max(network.nTrain, 1);
+  if (m_history.Restart()) m_history.Close();
+}
+
+void TrainingRun::SetGroupSize(int32_t patterns) {
+  m_group_size = std::max(patterns, 1);
+}
+
+void TrainingRun::Start() {
+  if (m_state == RunState::kRunning || m_state == RunState::kHalted || m_network.nTrain < 1) return;
+  m_history_failed = false;
+  if (!m_history.Restart()) {
+    m_history_failed = true;
+    m_observer.HistoryFailed();
+  }
+  m_sums = {};
+  m_stop_asked = m_limit_reached = false;
+  m_stage = Stage::kGroup;
+  m_patterns_an_iteration =
+      std::ceil(static_cast<double>(m_network.nTrain) / m_group_size) * m_group_size;
+  m_start_ms = m_outside_since_ms = m_clock.NowMs();
+  m_interface_ms = m_paused_ms = 0;
+  m_state = RunState::kRunning;
+}
+
+void TrainingRun::Stop() {
+  if (m_state == RunState::kHalted) EndHalt(m_clock.NowMs());
+  if (m_state == RunState::kRunning) m_stop_asked = true;
+}
+
+void TrainingRun::Halt() {
+  if (m_state != RunState::kRunning) return;
+  m_state = RunState::kHalted;
+  m_halted_since_ms = m_halt_text_ms = m_clock.NowMs();
+  m_halt_notice = true;
+  m_observer.ShowStatus(kHaltNotice);
+}
+
+void TrainingRun::Resume() {
+  if (m_state != RunState::kHalted) return;
+  EndHalt(m_clock.NowMs());
+  m_observer.ShowStatus(kTrainingStatus);
+}
+
+void TrainingRun::EndHalt(int64_t now) {
+  m_paused_ms += now - m_halted_since_ms;
+  m_state = RunState::kRunning;
+}
+
+void TrainingRun::AlternateHaltText(int64_t now) {
+  if (now - m_halt_text_ms < kHaltTextMs) return;
+  m_halt_text_ms = now;
+  m_halt_notice = !m_halt_notice;
+  m_observer.ShowStatus(m_halt_notice ? kHaltNotice : kHaltedStatus);
+}
+
+RunState TrainingRun::RunFor(int64_t budget_ms) {
+  int64_t now = m_clock.NowMs();
+  if (m_state == RunState::kHalted) AlternateHaltText(now);
+  if (m_state != RunState::kRunning) return m_state;
+  m_interface_ms += now - m_outside_since_ms;
+  m_tolerance = EffectiveTolerance(m_network);
+  const int64_t deadline = now + budget_ms;
+  int64_t work = 0;
+  while (m_state == RunState::kRunning) {
+    // Looked at first: the slice before may have ended where the run looks for a stop.
+    if (m_stop_asked && StopsBefore(m_stage)) {
+      m_state = RunState::kStopped;
+      break;
+    }
+    if (work >= kWorkPerClockReading && MayPauseBefore(m_stage)) {
+      work = 0;
+      now = m_clock.NowMs();
+      if (now >= deadline) break;
+    }
+    work += WorkOf(m_stage);
+    m_stage = Do(m_stage);
+  }
+  m_outside_since_ms = m_clock.NowMs();
+  return m_state;
+}
+
+// After the forward pass and after the backward pass of a training pattern.
+bool TrainingRun::StopsBefore(Stage next) {
+  return next == Stage::kBackward || next == Stage::kAdvance;
+}
+
+bool TrainingRun::MayPauseBefore(Stage next) {
+  switch (next) {
+    case Stage::kBackward:
+    case Stage::kAdvance:
+    case Stage::kIteration:
+    case Stage::kTestPattern:
+    case Stage::kRefresh:
+    case Stage::kAutoSave:
+      return true;
+    default:
+      return false;
+  }
+}
+
+int64_t TrainingRun::WorkOf(Stage stage) const {
+  switch (stage) {
+    case Stage::kForward:
+    case Stage::kBackward:
+    case Stage::kUpdate:
+    case Stage::kTestPattern:
+      return ConnectionCount(m_network);
+    case Stage::kRefresh:
+    case Stage::kAutoSave:
+      return kWorkPerClockReading;
+    default:
+      return 1;
+  }
+}
+
+TrainingRun::Stage TrainingRun::Do(Stage stage) {
+  switch (stage) {
+    case Stage::kGroup:
+      return BeginGroup();
+    case Stage::kForward:
+      Forward();
+      return Stage::kBackward;
+    case Stage::kBackward:
+      Backward();
+      return Stage::kAdvance;
+    case Stage::kAdvance:
+      ++m_cursor;
+      return ++m_in_group < m_group ? Stage::kForward : Stage::kUpdate;
+    case Stage::kUpdate:
+      UpdateWeights(m_network);
+      return Stage::kIteration;
+    case Stage::kIteration:
+      return EndIteration();
+    case Stage::kScreen:
+      return BeginScreenUpdate();
+    case Stage::kTestPattern:
+      return TestPattern();
+    case Stage::kRefresh:
+      Refresh();
+      return Stage::kAutoSave;
+    case Stage::kAutoSave:
+      AutoSave();
+      return Stage::kGroup;
+  }
+  return Stage::kGroup;
+}
+
+TrainingRun::Stage TrainingRun::BeginGroup() {
+  if (m_limit_reached) {
+    m_state = RunState::kComplete;
+    m_observer.ShowStatus(kTrainingComplete);
+    return Stage::kGroup;
+  }
+  ClearGradients(m_network);
+  m_in_group = 0;
+  m_group = m_group_size;
+  m_pass_complete = false;
+  return Stage::kForward;
+}
+
+void TrainingRun::Forward() {
+  if (m_cursor >= m_network.nTrain) m_cursor = 0;
+  ForwardWithDerivatives(m_network, m_network.train_list[static_cast<size_t>(m_cursor)]);
+}
+
+void TrainingRun::Backward() {
+  const int32_t pattern = m_network.train_list[static_cast<size_t>(m_cursor)];
+  Backpropagate(m_network, pattern);
+  AccumulateGradients(m_network, pattern);
+  m_sums.Add(m_network.targets.Row(static_cast<size_t>(pattern)),
+             OutputLayer(m_network).activations.Row(static_cast<size_t>(pattern)), m_tolerance);
+  if (m_cursor != m_network.nTrain - 1) return;
+  m_pass = m_sums;
+  m_sums = {};
+  if (m_tolerance > 0) {
+    m_network.within_train = PercentWithin(m_pass.hits, OutputValues(m_network, m_network.nTrain));
+  }
+  m_pass_complete = true;
+}
+
+TrainingRun::Stage TrainingRun::EndIteration() {
+  if (!m_pass_complete) return Stage::kGroup;
+  Network& network = m_network;
+  ++network.iteration;
+  m_limit_reached = network.iteration >= network.MaxIterations;
+  const int64_t n = OutputValues(network, network.nTrain);
+  const float mean_squared_error = MeanSquare(m_pass.squared_error, n);
+  network.rms_train = std::sqrt(mean_squared_error);
+  network.correlation_train = Correlation(m_pass, n);
+  if (AdaptLearnRate(network, m_control, mean_squared_error)) {
+    m_observer.LearnRateControlStarted();
+  }
+  const int32_t rate = std::max(network.UpdateRate, 1);
+  const bool due = network.iteration % rate == 0 || network.iteration == 1 || m_limit_reached;
+  return due ? Stage::kScreen : Stage::kAutoSave;
+}
+
+TrainingRun::Stage TrainingRun::BeginScreenUpdate() {
+  UpdateTiming();
+  m_test_sums = {};
+  m_test_position = 0;
+  return m_network.testPats > 0 ? Stage::kTestPattern : Stage::kRefresh;
+}
+
+void TrainingRun::UpdateTiming() {
+  const double limit = std::max(m_network.MaxIterations, 1);
+  const double counter = m_network.iteration;
+  const int64_t elapsed_ms = m_clock.NowMs() - m_start_ms;
+  m_figures.fraction_complete = counter / limit;
+  const double per_run =
+      static_cast<double>(elapsed_ms - m_paused_ms) / 1000.0 / m_figures.fraction_complete;
+  const double remaining = (1.0 - m_figures.fraction_complete) * per_run;
+  m_figures.seconds_remaining = static_cast<int64_t>(std::max(remaining, 0.0));
+  const double seconds = static_cast<double>(elapsed_ms - m_interface_ms) / 1000.0;
+  const double evaluations =
+      m_patterns_an_iteration * counter * static_cast<double>(ConnectionCount(m_network));
+  m_figures.speed = seconds > 0 ? evaluations / (seconds * 1000.0) : 0.0;
+}
+
+TrainingRun::Stage TrainingRun::TestPattern() {
+  Network& network = m_network;
+  const int32_t pattern = network.test_list[static_cast<size_t>(m_test_position)];
+  tarn::Forward(network, pattern);
+  m_test_sums.Add(network.targets.Row(static_cast<size_t>(pattern)),
+                  OutputLayer(network).activations.Row(static_cast<size_t>(pattern)), m_tolerance);
+  if (++m_test_position < network.testPats) return Stage::kTestPattern;
+  const int64_t n = OutputValues(network, network.testPats);
+  if (m_tolerance > 0) network.within_test = PercentWithin(m_test_sums.hits, n);
+  network.correlation_test = Correlation(m_test_sums, n);
+  network.rms_test = std::sqrt(MeanSquare(m_test_sums.squared_error, n));
+  return Stage::kRefresh;
+}
+
+void TrainingRun::Refresh() {
+  m_observer.ScreenUpdated();
+  const Network& network = m_network;
+  const HistoryRecord record{network.iteration,         network.rms_train,
+                             network.rms_test,          network.Eta,
+                             network.correlation_train, network.correlation_test,
+                             network.within_train,      network.within_test};
+  if (m_history_failed || m_history.Append(record)) return;
+  m_history_failed = true;
+  m_observer.HistoryFailed();
+}
+
+void TrainingRun::AutoSave() {
+  if (m_network.SaveRate <= 0 || m_network.iteration % m_network.SaveRate != 0) return;
+  if (!m_observer.CanStoreSnapshot()) return;
+  m_observer.ShowStatus(kAutoSaveStatus);
+  if (m_observer.StoreSnapshot()) m_has_snapshot = true;
+  m_observer.ShowStatus(kTrainingStatus);
+}
+
+}  // namespace tarn
