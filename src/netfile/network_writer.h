@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "base/output_file.h"
+#include "base/status.h"
+#include "engine/network.h"
+
+namespace tarn {
+
+// TESTPATTERNS, the third section: a random split is stored, any other is computed anew at
+// each load.
+//
+//   TESTPATTERNS:COMPUTE   or   TESTPATTERNS:READ
+//                               "%d %d %d": nPats, nTrain, testPats
+//                               the training list, then the test list, pattern numbers from 0,
+//                               each list at most eleven a line and on lines of its own
+//                               TESTPATTERNS:STOP
+bool WriteTestPatterns(OutputFile& file, const Network& network);
+
+// NORMALIZE, the last section: the limits in force.
+//
+//   NORMALIZE:NONE   or   NORMALIZE:READ
+//                         INPUTS   with pat_norm: lower limits, then upper limits
+//                         OUTPUTS  with targ_norm: likewise
+//                         NORMALIZE:STOP
+//
+// "%f" each, at most eight a line; one more line break ends each list.
+bool WriteNormalize(OutputFile& file, const Network& network);
+
+// The whole network, header and four sections, into an open file. False when a write failed.
+bool WriteNetwork(OutputFile& file, const Network& network);
+
+// Writes the network to `path`. The network's own file, that is a path equal to file_name byte
+// for byte, is replaced; any other is appended to. After a failure ("Cannot Write to Network
+// File") the file is as it was.
+Status WriteNetworkFile(const std::string& path, const Network& network);
+
+}  // namespace tarn
