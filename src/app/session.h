@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "base/random.h"
+#include "base/status.h"
+#include "base/temp_file.h"
+#include "engine/network.h"
+
+namespace tarn {
+
+// The one network at hand and what belongs to it.
+struct Session {
+  Network network;
+  SeedSource seeds;
+  ScratchFolder scratch;
+};
+
+// The Open command: checks the file and takes its name, from the root on, as the network's.
+// network.trained tells whether it holds weights. The file's folder is the current directory
+// afterwards: relative names of data files are looked up there.
+Status OpenNetwork(Session& session, const std::string& path);
+
+// Reads the opened network and its training data: header, patterns, normalization, test set,
+// weights, connections. Notices are added for every fallback taken. After a failure the
+// network cannot be trained.
+Status LoadForTraining(Session& session, Notices& notices);
+
+// Reads the opened network with the recall data named in the record and runs the recall. The
+// network must be trained. After success the activations of all layers are those of the recall
+// patterns.
+Status LoadAndRecall(Session& session, Notices& notices);
+
+}  // namespace tarn

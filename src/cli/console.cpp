@@ -1,0 +1,77 @@
+#include "cli/console.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fmt/printf.h>
+#include <unistd.h>
+
+namespace tarn {
+namespace {
+
+constexpr int64_t kRedrawMs = 100;
+constexpr size_t kBarWidth = 24;
+constexpr int32_t kNoEstimateTo = 5;  // iterations
+
+void Print(std::FILE* stream, std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stream);
+}
+
+}  // namespace
+
+void PrintError(std::string_view text) {
+  Print(stderr, fmt::sprintf("tarn-cli: %s\n", text));
+}
+
+void PrintNotices(const Notices& notices) {
+  for (const std::string& text : notices) {
+    Print(stderr, fmt::sprintf("tarn-cli: notice: %s\n", text));
+  }
+}
+
+void PrintNote(std::string_view text) {
+  Print(stderr, text);
+}
+
+bool PrintResult(std::string_view text) {
+  Print(stdout, text);
+  return std::ferror(stdout) == 0;
+}
+
+ExitStatus Report(const Status& status) {
+  if (status.ok()) return kDone;
+  PrintError(status.message());
+  return kFailed;
+}
+
+bool FlushResults() {
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+ProgressLine::ProgressLine(bool wanted, int64_t now_ms)
+    : m_wanted(wanted && ::isatty(STDERR_FILENO) == 1), m_start_ms(now_ms), m_last_ms(now_ms) {}
+
+void ProgressLine::Show(int32_t iteration, int32_t max_iterations, float rms_error,
+                        int64_t now_ms) {
+  if (!m_wanted || now_ms - m_last_ms < kRedrawMs) return;
+  m_last_ms = now_ms;
+  const double fraction = std::min(static_cast<double>(iteration) / max_iterations, 1.0);
+  const auto done = static_cast<size_t>(fraction * kBarWidth);
+  const std::string bar = std::string(done, '#') + std::string(kBarWidth - done, ' ');
+  std::string text = fmt::sprintf("\r[%s] %5.1f %%", bar, fraction * 100.0);
+  if (iteration > 0) text += fmt::sprintf("  RMS error %8.6f", double{rms_error});
+  if (iteration > kNoEstimateTo) {
+    const double elapsed = static_cast<double>(now_ms - m_start_ms) / 1000.0;
+    const auto seconds = static_cast<int64_t>((1.0 - fraction) * elapsed / fraction);
+    text +=
+        fmt::sprintf("  remaining %d:%02d:%02d", seconds / 3600, seconds % 3600 / 60, seconds % 60);
+  }
+  Print(stderr, text + "\x1b[K");
+  m_shown = true;
+}
+
+void ProgressLine::Clear() {
+  if (m_shown) Print(stderr, "\r\x1b[K");
+  m_shown = false;
+}
+
+}  // namespace tarn

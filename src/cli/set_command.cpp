@@ -1,0 +1,50 @@
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/common.h"
+#include "cli/setup_flags.h"
+#include "netfile/header.h"
+#include "netfile/setup_save.h"
+
+namespace tarn {
+namespace {
+
+struct SetArguments {
+  std::string path;
+  std::string output;
+  SetupOptions options;
+};
+
+ExitStatus RunSet(SetArguments& arguments) {
+  CompletePaths({&arguments.path, &arguments.output});
+  Session session;
+  Network& network = session.network;
+  const ExitStatus opened = Open(session, arguments.path);
+  if (opened != kDone) return opened;
+  const Status header = ReadHeader(network);
+  if (!header.ok()) return Report(header);
+  const ExitStatus applied = ApplyAndReport(arguments.options, network);
+  if (applied != kDone) return applied;
+  const std::string& destination = arguments.output.empty() ? network.file_name : arguments.output;
+  return Report(SaveSetup(network, destination, session.scratch.path()));
+}
+
+}  // namespace
+
+void AddSetCommand(CLI::App& program, ExitStatus& exit_status) {
+  CLI::App& command =
+      *program.add_subcommand("set", "Change the design, data or training of a network file");
+  const auto arguments = std::make_shared<SetArguments>();
+  AddNetworkArgument(command, arguments->path);
+  command.add_option("-o,--output", arguments->output, "Write to this file and leave NET as it is")
+      ->type_name("FILE");
+  AddSetupFlags(command, arguments->options);
+  command.footer(
+      "Weights, a stored random test set and stored normalization limits are kept as\n"
+      "they are. Relative names of data files are looked up in the folder of NET.\n"
+      "Example:\n"
+      "  tarn-cli set iris.net --eta 0.05 --iterations 2000");
+  command.callback([arguments, &exit_status] { exit_status = RunSet(*arguments); });
+}
+
+}  // namespace tarn
