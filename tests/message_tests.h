@@ -25,6 +25,44 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kInputNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
     {kOutputNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
     {kHiddenNodesInvalid, "CheckShape.RefusesALayerWithoutNodes"},
+    {kErrorHistoryWriteError, "ErrorHistoryTest.AnswersForAnExportThatCannotBeWritten"},
+    {kTrainingStatus, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
+    {kAutoSaveStatus, "TrainingRunAutoSave.ShowsThatItStoresAndThatTrainingGoesOn"},
+    {kTrainingComplete, "TrainingRunTest.IsCompleteAtMaxIterationsAndSaysSo"},
+    {kHaltNotice, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
+    {kHaltedStatus, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
+
+    // netfile
+    {kNetFileNotFound, "HeaderFailure.OfAFileThatCanNeitherBeOpenedNorCreated"},
+    {kNetFileNoAccess, "HeaderFailure.OfAFileWithoutAFirstLine"},
+    {kNetFileNotTarn, "HeaderFailure.OfAFirstLineWithoutAKnownMagic"},
+    {kTooManyLayers, "HeaderFailure.OfMoreThanTenLayersBeforeANodeCountIsRead"},
+    {kBadUnits, "HeaderFailure.OfANodeCountThatDoesNotScan"},
+    {kBadTransFunc, "HeaderFailure.OfATransferCodeThatDoesNotScan"},
+    {kBadRates, "HeaderFailure.OfFewerThanFiveLearnRates"},
+    {kBadMaxIterations, "HeaderFailure.OfAnIterationLimitThatIsNoNumber"},
+    {kBadLrc, "HeaderFailure.OfALearnRateControlStartThatIsNoNumber"},
+    {kBadSaveRate, "HeaderFailure.OfASaveRateThatIsNoNumberInTheVersionsWithoutAWeightRate"},
+    {kBadSaveWeightRate, "HeaderFailure.OfASaveRateOrAWeightRateThatIsMissingFromVersion2On"},
+    {kBadPatName, "HeaderFailure.OfAnInputFileNameThatComesOutEmpty"},
+    {kBadPatCol, "HeaderFailure.OfAnInputColumnThatIsNoNumber"},
+    {kBadNorm, "HeaderFailure.OfNormalizationFlagsThatAreNotTwoNumbers"},
+    {kBadTargName, "HeaderFailure.OfATargetFileNameThatComesOutEmpty"},
+    {kBadTargCol, "HeaderFailure.OfATargetColumnThatIsNoNumber"},
+    {kBadOverMeth, "HeaderFailure.OfATestSetThatIsNotTwoNumbers"},
+    {kBadTestRange, "HeaderFailure.OfATestRangeThatIsNotTwoNumbersInTheOldestVersion"},
+    {kOpenNotFound, "OpenCheck.RefusesAMissingFileAndCreatesNone"},
+    {kOpenNotTarn, "OpenCheck.RefusesAnyOtherFileAndLeavesTheNetworkAlone"},
+    {kWeightsFallback, "WeightsReader.FallsBackToRandomWhenOneValueIsMissing"},
+    {kOldWeightsFallback, "OldWeightsReader.FallsBackToRandomForEveryFailure"},
+    {kConnectionsFallback, "ConnectionsReader.ConnectsFullyForAConnectionThatCannotBe"},
+    {kSetupSaveNoOldFile, "SetupSave.IsAbortedWhenTheOldFileCannotBeOpened"},
+    {kSetupSaveFailed, "SetupSave.FailsWhereNoFileCanBeMade"},
+    {kSaveFailed, "NetworkWriter.FailsWhereNoFileCanBeMade"},
+    {kStoreNotCreated, "AutoSaveStore.TellsWhenItCannotBeCreated"},
+    {kStoreNotFound, "AutoSaveStore.TellsWhenItIsNotFound"},
+    {kRestoreWriteError, "AutoSaveStore.TellsWhenTheDestinationCannotBeMade"},
+    {kNotRestored, "AutoSaveStore.LeavesTheDestinationAloneWhenNothingIsFound"},
 
     // data
     {kInputColumnInvalid, "DataSource.AnswersForAnInputColumnBelowOne"},
@@ -54,6 +92,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kNetworkDesignError, "NetDesignDraft.ForcesALayerCountOutOfRangeToThreeAndStaysOpen"},
     {kErrorCaption, "ConnectionsButton.OpensForExistingHiddenLayersOnly"},
     {kInsufficientLayers, "ConnectionsButton.OpensForExistingHiddenLayersOnly"},
+    {kTrainingParameterError, "TrainingParametersDraft.ShowsAllMessagesInOrderAndStoresWhatPasses"},
     {kFastPropRange, "TrainingParametersDraft.TakesFastPropFrom0To3"},
     {kMomentumRange, "TrainingParametersDraft.TakesMomentumFrom0To1"},
     {kEtaMaxRange, "TrainingParametersDraft.TakesLearnRatesAbove0To1"},
@@ -75,6 +114,9 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kOptionWantsTestMethod, "SetupOptions.RefuseWordsThatAreNotKnown"},
     {kOptionWantsTransfer, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
     {kTransferNameCount, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
+
+    // app
+    {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},
 });
 // clang-format on
 

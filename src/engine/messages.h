@@ -22,8 +22,9 @@ inline constexpr std::string_view kHaltNotice = "NOTICE!";
 inline constexpr std::string_view kHaltedStatus = "Network Training Halted";
 
 inline constexpr std::array kEngineMessages = {
-    kLayerCountOutOfRange, kInputNodesInvalid,      kOutputNodesInvalid, kHiddenNodesInvalid,
-    kErrorHistoryWriteError, kTrainingStatus,       kAutoSaveStatus,     kTrainingComplete,
-    kHaltNotice,           kHaltedStatus};
+    kLayerCountOutOfRange, kInputNodesInvalid,      kOutputNodesInvalid,
+    kHiddenNodesInvalid,   kErrorHistoryWriteError, kTrainingStatus,
+    kAutoSaveStatus,       kTrainingComplete,       kHaltNotice,
+    kHaltedStatus};
 
 }  // namespace tarn

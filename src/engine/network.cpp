@@ -1,8 +1,7 @@
 #include "engine/network.h"
 
-#include <fmt/printf.h>
-
 #include <algorithm>
+#include <fmt/printf.h>
 #include <limits>
 #include <new>
 
@@ -46,8 +45,8 @@ void AllocateLayer(Network& network, int32_t l) {
 
 void FreeArrays(Network& network) {
   for (Layer& layer : network.layers) {
-    for (Matrix* matrix : {&layer.activations, &layer.weights, &layer.weight_changes,
-                           &layer.masks, &layer.weight_gradients}) {
+    for (Matrix* matrix : {&layer.activations, &layer.weights, &layer.weight_changes, &layer.masks,
+                           &layer.weight_gradients}) {
       matrix->Resize(0, 0);
     }
     layer.derivatives.clear();

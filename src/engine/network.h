@@ -44,13 +44,13 @@ struct Layer {
   LayerRole role = LayerRole::kInput;
   bool computed = false;  // every layer but the input layer
 
-  Matrix activations;              // nPats x nUnits
-  std::vector<float> derivatives;  // nUnits, of the pattern last propagated
-  std::vector<float> deltas;       // nUnits, of the pattern last propagated
-  Matrix weights;                  // nUnits x (prev + 1), the bias weight last
-  Matrix weight_changes;           // nUnits x (prev + 1), of the last update: the momentum
-  Matrix masks;                    // nUnits x prev, 1 where the connection exists, else 0
-  Matrix weight_gradients;         // nUnits x prev, sums over the patterns of one update
+  Matrix activations;                 // nPats x nUnits
+  std::vector<float> derivatives;     // nUnits, of the pattern last propagated
+  std::vector<float> deltas;          // nUnits, of the pattern last propagated
+  Matrix weights;                     // nUnits x (prev + 1), the bias weight last
+  Matrix weight_changes;              // nUnits x (prev + 1), of the last update: the momentum
+  Matrix masks;                       // nUnits x prev, 1 where the connection exists, else 0
+  Matrix weight_gradients;            // nUnits x prev, sums over the patterns of one update
   std::vector<float> bias_gradients;  // nUnits, likewise
 };
 
@@ -64,60 +64,60 @@ enum TestMethod : int32_t { kTestNone = 0, kTestBeginning = 1, kTestEnding = 2, 
 // Values that come from a file are not checked there; CheckShape and the code that uses a
 // value do that.
 struct Network {
-  std::string NetName;                // at most 254 characters
-  int32_t UpdateRate = 1;             // iterations between screen updates
-  int32_t MaxIterations = 0;          // the iteration at which training stops
-  int32_t LRC = 0;                    // learn rate control acts from this iteration on
-  int32_t WeightRate = 0;             // patterns per weight update; 0: all of them
-  int32_t nPats = 0;                  // patterns read
-  int32_t nTrain = 0;                 // patterns of the training list
-  int32_t testPats = 0;               // patterns of the test list
-  int32_t overMeth = kTestNone;       // a TestMethod
-  std::vector<int32_t> train_list;    // nTrain pattern numbers from 0, ascending
-  std::vector<int32_t> test_list;     // testPats pattern numbers from 0, ascending
-  float Eta = 0;                      // learn rate, 0..1; learn rate control changes it
-  float Alpha = 0;                    // momentum, 0..1
-  float EtaMin = 0;                   // of learn rate control, 0..1
-  float EtaMax = 0;                   // of learn rate control, 0..1
-  float FastProp = 0;                 // FAST-Prop coefficient, 0..3
-  int32_t iteration = 0;              // iterations completed
-  bool fully_connected = true;        // no connection has been removed
-  int32_t nLayers = 0;                // 3..10
-  float rms_train = 0;                // RMS error
+  std::string NetName;              // at most 254 characters
+  int32_t UpdateRate = 1;           // iterations between screen updates
+  int32_t MaxIterations = 0;        // the iteration at which training stops
+  int32_t LRC = 0;                  // learn rate control acts from this iteration on
+  int32_t WeightRate = 0;           // patterns per weight update; 0: all of them
+  int32_t nPats = 0;                // patterns read
+  int32_t nTrain = 0;               // patterns of the training list
+  int32_t testPats = 0;             // patterns of the test list
+  int32_t overMeth = kTestNone;     // a TestMethod
+  std::vector<int32_t> train_list;  // nTrain pattern numbers from 0, ascending
+  std::vector<int32_t> test_list;   // testPats pattern numbers from 0, ascending
+  float Eta = 0;                    // learn rate, 0..1; learn rate control changes it
+  float Alpha = 0;                  // momentum, 0..1
+  float EtaMin = 0;                 // of learn rate control, 0..1
+  float EtaMax = 0;                 // of learn rate control, 0..1
+  float FastProp = 0;               // FAST-Prop coefficient, 0..3
+  int32_t iteration = 0;            // iterations completed
+  bool fully_connected = true;      // no connection has been removed
+  int32_t nLayers = 0;              // 3..10
+  float rms_train = 0;              // RMS error
   float rms_test = 0;
-  float correlation_train = 0;        // correlation coefficient, -1..1
+  float correlation_train = 0;  // correlation coefficient, -1..1
   float correlation_test = 0;
-  float Tolerance = 0;                // in data units; monitored when above 0
-  float within_train = 0;             // per cent of the outputs within tolerance, 0..100
+  float Tolerance = 0;     // in data units; monitored when above 0
+  float within_train = 0;  // per cent of the outputs within tolerance, 0..100
   float within_test = 0;
-  int32_t pat_norm = 0;               // inputs are normalized when not 0
-  int32_t targ_norm = 0;              // targets are normalized when not 0
-  Limits input_limits;                // by input node
-  Limits target_limits;               // by output node
+  int32_t pat_norm = 0;   // inputs are normalized when not 0
+  int32_t targ_norm = 0;  // targets are normalized when not 0
+  Limits input_limits;    // by input node
+  Limits target_limits;   // by output node
   std::array<Layer, kMaxLayers> layers;
-  int32_t SaveRate = 0;               // iterations between AutoSave snapshots; 0: none
-  std::string PatName;                // input node data file, at most 254 characters
-  int32_t PatCol = 1;                 // its first column, from 1
-  std::string TargName;               // target data file, at most 254 characters
-  int32_t TargCol = 1;                // its first column, from 1
-  int32_t testStart = 0;              // first and last pattern, from 1, of a test set that is
-  int32_t testEnd = 0;                //   one block of patterns; both 0 for any other
-  Matrix targets;                     // nPats x output nodes, as the network is to give them
-  std::string file_name;              // the path that it was opened or last saved under
-  int32_t version = 3;                // of the file that was read, 0..3
-  bool random_weights = false;        // the file asked for random weights, or reading them failed
-  bool trained = false;               // the opened file holds weights
+  int32_t SaveRate = 0;         // iterations between AutoSave snapshots; 0: none
+  std::string PatName;          // input node data file, at most 254 characters
+  int32_t PatCol = 1;           // its first column, from 1
+  std::string TargName;         // target data file, at most 254 characters
+  int32_t TargCol = 1;          // its first column, from 1
+  int32_t testStart = 0;        // first and last pattern, from 1, of a test set that is
+  int32_t testEnd = 0;          //   one block of patterns; both 0 for any other
+  Matrix targets;               // nPats x output nodes, as the network is to give them
+  std::string file_name;        // the path that it was opened or last saved under
+  int32_t version = 3;          // of the file that was read, 0..3
+  bool random_weights = false;  // the file asked for random weights, or reading them failed
+  bool trained = false;         // the opened file holds weights
   Mode mode = Mode::kTraining;
-  std::string RecallPatName;          // the recall data: input file and first column
+  std::string RecallPatName;  // the recall data: input file and first column
   int32_t RecallPatCol = 1;
-  std::string RecallTargName;         // empty: no targets
-  int32_t RecallTargCol = 0;          // 0: not set
-  bool RecallTargets = false;         // targets are there; always so in training
+  std::string RecallTargName;                         // empty: no targets
+  int32_t RecallTargCol = 0;                          // 0: not set
+  bool RecallTargets = false;                         // targets are there; always so in training
   std::array<bool, kMaxLayers> connections_edited{};  // by receiving layer, see netfile
-  bool reset_weights = false;         // random weights are wanted before training
+  bool reset_weights = false;                         // random weights are wanted before training
   std::vector<std::string> input_names;   // empty, or one label of at most 25 characters a node
   std::vector<std::string> output_names;  // likewise
-  bool results_ready = false;         // a recall run has filled the activations
+  bool results_ready = false;             // a recall run has filled the activations
 };
 
 inline Layer& OutputLayer(Network& network) {

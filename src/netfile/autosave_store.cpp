@@ -74,8 +74,7 @@ RestoreResult RestoreSnapshot(const std::string& store, const std::string& desti
 }
 
 Status RestoreStatus(const RestoreResult& result) {
-  return result.status.ok() && result.iteration < 1 ? Status::Failure(kNotRestored)
-                                                    : result.status;
+  return result.status.ok() && result.iteration < 1 ? Status::Failure(kNotRestored) : result.status;
 }
 
 }  // namespace tarn
