@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -41,6 +42,13 @@ void SyncFolderOf(const std::string& path) {
   if (handle < 0) return;
   ::fsync(handle);
   ::close(handle);
+}
+
+// A name for what the process has open already, as a shell gives it: replacing the file behind
+// it would take the file out of the shell's hand.
+bool IsOwnHandle(std::string_view path) {
+  return path == "/dev/stdout" || path == "/dev/stderr" || path.starts_with("/dev/fd/") ||
+         path.starts_with("/proc/self/fd/");
 }
 
 class PosixFiles : public FileLayer {
@@ -142,6 +150,7 @@ class PosixFiles : public FileLayer {
   }
 
   bool IsSpecial(const std::string& path) override {
+    if (IsOwnHandle(path)) return true;
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(Name(path), error);
     return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&

@@ -74,7 +74,7 @@ bool OutputFile::Start(Way way, const std::string& path, FileLayer::Mode mode) {
 bool OutputFile::OpenReplacing(const std::string& path) {
   Discard();
   // A device is asked for by the name given: what its links lead to need not be a name.
-  if (Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kCreate);
+  if (Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
   m_path = FullPath(Files().ResolveLinks(path));
   if (path.empty() || m_path.empty()) return false;

@@ -330,6 +330,18 @@ TEST(OutputFile, ReportsADeviceThatIsFull) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+TEST(OutputFile, LeavesTheFileBehindAnOpenHandleInPlace) {
+  const TempFolder folder;
+  const std::string path = folder / "redirected";
+  WriteFile(path, "before ");
+  const int handle = ::open(path.c_str(), O_WRONLY | O_APPEND);
+  ASSERT_GE(handle, 0);
+  EXPECT_TRUE(Save("/dev/fd/" + std::to_string(handle), "text "));
+  EXPECT_EQ(::write(handle, "after", 5), 5);
+  ::close(handle);
+  EXPECT_EQ(ReadFile(path), "before text after");
+}
+
 TEST(OutputFile, WritesAPipeInPlace) {
   const TempFolder folder;
   const std::string pipe = folder / "pipe";
