@@ -74,7 +74,7 @@ Status LoadAndRecall(Session& session, Notices& notices) {
   if (!network.trained) return Status::Failure(kUntrainedRecall);
   network.mode = Mode::kRecall;
   Status status = Load(session, notices);
-  if (status.ok()) RunRecall(network);
+  if (status.ok()) status = RunRecall(network);
   return status;
 }
 

@@ -94,8 +94,9 @@ void PrintSummary(const Network& network, const TrainingRun& run, bool saved) {
   PrintNote(text);
 }
 
-void RunToTheEnd(TrainingRun& run, const Network& network, ProgressLine& progress) {
-  run.Start();
+Status RunToTheEnd(TrainingRun& run, const Network& network, ProgressLine& progress) {
+  Status started = run.Start();
+  if (!started.ok()) return started;
   while (run.state() == RunState::kRunning) {
     run.RunFor(kSliceMs);
     if (Interrupted()) run.Stop();
@@ -103,6 +104,7 @@ void RunToTheEnd(TrainingRun& run, const Network& network, ProgressLine& progres
                   SteadyClock().NowMs());
   }
   progress.Clear();
+  return started;
 }
 
 ExitStatus Prepare(TrainArguments& arguments, Session& session) {
@@ -136,7 +138,8 @@ ExitStatus RunTrain(TrainArguments& arguments) {
   TrainingPrinter printer(network, arguments, progress);
   TrainingRun run(network, SteadyClock(), printer,
                   arguments.history.empty() ? own_history.path() : arguments.history);
-  RunToTheEnd(run, network, progress);
+  const Status trained = RunToTheEnd(run, network, progress);
+  if (!trained.ok()) return Report(trained);
   const ExitStatus saved = arguments.no_save ? kDone : SaveTrained(arguments, network);
   const ExitStatus exported = WriteExports(arguments, network, run.history().path());
   if (!arguments.quiet) PrintSummary(network, run, !arguments.no_save && saved == kDone);

@@ -9,9 +9,12 @@ namespace tarn {
 // A table of floats, row after row in one block: weights by node, activations by pattern.
 class Matrix {
  public:
+  // So many floats past the last one belong to the table, too: kernels read whole vectors.
+  static constexpr size_t kRoom = 16;
+
   // Gives the table a new shape, all zeros. Throws std::bad_alloc when memory is short.
   void Resize(size_t rows, size_t columns) {
-    m_values = std::vector<float>(rows * columns);
+    m_values = std::vector<float>(rows * columns + kRoom);
     m_rows = rows;
     m_columns = columns;
   }
@@ -23,8 +26,8 @@ class Matrix {
   std::span<const float> Row(size_t row) const {
     return {m_values.data() + row * m_columns, m_columns};
   }
-  std::span<float> All() { return m_values; }
-  std::span<const float> All() const { return m_values; }
+  std::span<float> All() { return {m_values.data(), m_rows * m_columns}; }
+  std::span<const float> All() const { return {m_values.data(), m_rows * m_columns}; }
 
  private:
   std::vector<float> m_values;

@@ -15,14 +15,16 @@ size_t Nodes(const Network& network, int32_t layer) {
   return static_cast<size_t>(network.layers[static_cast<size_t>(layer)].nUnits);
 }
 
-// The bytes that AllocateArrays takes, in a double: no product of 32-bit counts overflows it.
+// The bytes that AllocateArrays and a training run take, in a double: no product of 32-bit
+// counts overflows it. A connection is there eight times: weight, change and mask by node, and
+// these, the gradient and once more the weight as the kernels want them.
 double BytesNeeded(const Network& network) {
   const double patterns = std::max(network.nPats, 0);
   double floats = 0;
   for (int32_t l = 0; l < network.nLayers; ++l) {
     const double nodes = static_cast<double>(Nodes(network, l));
     floats += nodes * patterns + 2 * nodes;
-    if (l > 0) floats += nodes * (4 * static_cast<double>(Nodes(network, l - 1)) + 3);
+    if (l > 0) floats += nodes * 8 * (static_cast<double>(Nodes(network, l - 1)) + 1);
   }
   floats += patterns * static_cast<double>(OutputLayer(network).nUnits);
   return floats * sizeof(float);
@@ -39,19 +41,15 @@ void AllocateLayer(Network& network, int32_t l) {
   layer.weights.Resize(nodes, previous + 1);
   layer.weight_changes.Resize(nodes, previous + 1);
   layer.masks.Resize(nodes, previous);
-  layer.weight_gradients.Resize(nodes, previous);
-  layer.bias_gradients.assign(nodes, 0.0F);
 }
 
 void FreeArrays(Network& network) {
   for (Layer& layer : network.layers) {
-    for (Matrix* matrix : {&layer.activations, &layer.weights, &layer.weight_changes, &layer.masks,
-                           &layer.weight_gradients}) {
+    for (Matrix* matrix : {&layer.activations, &layer.weights, &layer.weight_changes, &layer.masks}) {
       matrix->Resize(0, 0);
     }
     layer.derivatives.clear();
     layer.deltas.clear();
-    layer.bias_gradients.clear();
   }
   network.targets.Resize(0, 0);
   network.input_limits.Resize(0);

@@ -50,8 +50,6 @@ struct Layer {
   Matrix weights;                     // nUnits x (prev + 1), the bias weight last
   Matrix weight_changes;              // nUnits x (prev + 1), of the last update: the momentum
   Matrix masks;                       // nUnits x prev, 1 where the connection exists, else 0
-  Matrix weight_gradients;            // nUnits x prev, sums over the patterns of one update
-  std::vector<float> bias_gradients;  // nUnits, likewise
 };
 
 enum class Mode : int32_t { kTraining = 1, kRecall = 2 };
@@ -137,7 +135,7 @@ inline bool HasTargets(const Network& network) {
 // every reader of sections, relies on it.
 Status CheckShape(const Network& network);
 
-// Allocates weights (0), weight changes (0), masks (1), gradient sums, derivatives and deltas
+// Allocates weights (0), weight changes (0), masks (1), derivatives and deltas
 // of every layer, the activations of nPats patterns, the targets when HasTargets, and the
 // limits. kOutOfMemory, with nothing allocated, when the machine's memory does not hold them.
 Status AllocateArrays(Network& network);

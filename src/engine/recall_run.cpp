@@ -1,8 +1,13 @@
 #include "engine/recall_run.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <memory>
+#include <new>
+#include <numeric>
+#include <vector>
 
-#include "engine/forward.h"
+#include "engine/packed_network.h"
 
 namespace tarn {
 namespace {
@@ -11,12 +16,24 @@ constexpr int32_t kIterationAfterRecall = 5;
 
 }  // namespace
 
-void RunRecall(Network& network) {
-  for (int32_t p = 0; p < network.nPats; ++p) Forward(network, p);
+Status RunRecall(Network& network) {
+  try {
+    PackedNetwork packed(network, PackedNetwork::Use::kForward);
+    std::vector<int32_t> patterns(packed.batch());
+    const auto batch = static_cast<int32_t>(patterns.size());
+    for (int32_t first = 0; first < network.nPats; first += batch) {
+      std::iota(patterns.begin(), patterns.end(), first);
+      const int32_t count = std::min(batch, network.nPats - first);
+      packed.Forward(std::span(patterns).first(static_cast<size_t>(count)));
+    }
+  } catch (const std::bad_alloc&) {
+    return Status::Failure(kOutOfMemory);
+  }
   network.iteration = kIterationAfterRecall;
   network.rms_test = 0.0F;
   network.correlation_test = 0.0F;
   network.results_ready = true;
+  return {};
 }
 
 }  // namespace tarn

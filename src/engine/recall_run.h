@@ -8,6 +8,7 @@ namespace tarn {
 // in the record; the input activations stay as they are. Then iteration is 5, whatever it was,
 // the test set's RMS error and correlation are 0, and the results are marked as ready. Needs
 // no targets; weights are used as stored, whether their connection was removed or not.
-void RunRecall(Network& network);
+// kOutOfMemory, with nothing changed, when there is no room for the work.
+Status RunRecall(Network& network);
 
 }  // namespace tarn

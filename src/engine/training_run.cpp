@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/printf.h>
+#include <new>
 
-#include "engine/forward.h"
 #include "engine/messages.h"
-#include "engine/weight_update.h"
 
 namespace tarn {
 namespace {
@@ -45,8 +44,17 @@ void TrainingRun::SetGroupSize(int32_t patterns) {
   m_group_size = std::max(patterns, 1);
 }
 
-void TrainingRun::Start() {
-  if (m_state == RunState::kRunning || m_state == RunState::kHalted || m_network.nTrain < 1) return;
+Status TrainingRun::Start() {
+  if (m_state == RunState::kRunning || m_state == RunState::kHalted || m_network.nTrain < 1) {
+    return {};
+  }
+  try {
+    m_packed = std::make_unique<PackedNetwork>(m_network, PackedNetwork::Use::kTraining);
+  } catch (const std::bad_alloc&) {
+    return Status::Failure(kOutOfMemory);
+  }
+  m_weights_replaced = false;
+  m_connections = ConnectionCount(m_network);
   m_history_failed = false;
   if (!m_history.Restart()) {
     m_history_failed = true;
@@ -60,6 +68,11 @@ void TrainingRun::Start() {
   m_start_ms = m_outside_since_ms = m_clock.NowMs();
   m_interface_ms = m_paused_ms = 0;
   m_state = RunState::kRunning;
+  return {};
+}
+
+void TrainingRun::WeightsReplaced() {
+  m_weights_replaced = true;
 }
 
 void TrainingRun::Stop() {
@@ -99,24 +112,32 @@ RunState TrainingRun::RunFor(int64_t budget_ms) {
   if (m_state != RunState::kRunning) return m_state;
   m_interface_ms += now - m_outside_since_ms;
   m_tolerance = EffectiveTolerance(m_network);
-  const int64_t deadline = now + budget_ms;
-  int64_t work = 0;
+  if (m_weights_replaced) m_packed->Pack();
+  m_weights_replaced = false;
+  m_deadline_ms = now + budget_ms;
+  m_single_steps = budget_ms <= 0;
+  m_time_is_up = false;
+  m_work = 0;
   while (m_state == RunState::kRunning) {
     // Looked at first: the slice before may have ended where the run looks for a stop.
     if (m_stop_asked && StopsBefore(m_stage)) {
       m_state = RunState::kStopped;
       break;
     }
-    if (work >= kWorkPerClockReading && MayPauseBefore(m_stage)) {
-      work = 0;
-      now = m_clock.NowMs();
-      if (now >= deadline) break;
-    }
-    work += WorkOf(m_stage);
+    if (MayPauseBefore(m_stage) && TimeIsUp()) break;
     m_stage = Do(m_stage);
   }
+  Publish();
   m_outside_since_ms = m_clock.NowMs();
   return m_state;
+}
+
+// Once it is, it stays so for the slice.
+bool TrainingRun::TimeIsUp() {
+  if (m_work < kWorkPerClockReading || m_time_is_up) return m_time_is_up;
+  m_work = 0;
+  m_time_is_up = m_clock.NowMs() >= m_deadline_ms;
+  return m_time_is_up;
 }
 
 // After the forward pass and after the backward pass of a training pattern.
@@ -124,9 +145,11 @@ bool TrainingRun::StopsBefore(Stage next) {
   return next == Stage::kBackward || next == Stage::kAdvance;
 }
 
-bool TrainingRun::MayPauseBefore(Stage next) {
+bool TrainingRun::MayPauseBefore(Stage next) const {
   switch (next) {
     case Stage::kBackward:
+      // Stopped here, more than one pattern would have been propagated.
+      return m_batch == 1;
     case Stage::kAdvance:
     case Stage::kIteration:
     case Stage::kTestPattern:
@@ -138,19 +161,9 @@ bool TrainingRun::MayPauseBefore(Stage next) {
   }
 }
 
-int64_t TrainingRun::WorkOf(Stage stage) const {
-  switch (stage) {
-    case Stage::kForward:
-    case Stage::kBackward:
-    case Stage::kUpdate:
-    case Stage::kTestPattern:
-      return ConnectionCount(m_network);
-    case Stage::kRefresh:
-    case Stage::kAutoSave:
-      return kWorkPerClockReading;
-    default:
-      return 1;
-  }
+void TrainingRun::Publish() {
+  if (!m_published) m_packed->Publish();
+  m_published = true;
 }
 
 TrainingRun::Stage TrainingRun::Do(Stage stage) {
@@ -164,11 +177,9 @@ TrainingRun::Stage TrainingRun::Do(Stage stage) {
       Backward();
       return Stage::kAdvance;
     case Stage::kAdvance:
-      ++m_cursor;
-      return ++m_in_group < m_group ? Stage::kForward : Stage::kUpdate;
+      return Advance();
     case Stage::kUpdate:
-      UpdateWeights(m_network);
-      return Stage::kIteration;
+      return Update();
     case Stage::kIteration:
       return EndIteration();
     case Stage::kScreen:
@@ -188,34 +199,87 @@ TrainingRun::Stage TrainingRun::Do(Stage stage) {
 TrainingRun::Stage TrainingRun::BeginGroup() {
   if (m_limit_reached) {
     m_state = RunState::kComplete;
+    Publish();
     m_observer.ShowStatus(kTrainingComplete);
     return Stage::kGroup;
   }
-  ClearGradients(m_network);
   m_in_group = 0;
   m_group = m_group_size;
   m_pass_complete = false;
   return Stage::kForward;
 }
 
+// How many of so many patterns to take at once.
+int32_t TrainingRun::BatchOf(int32_t patterns) const {
+  int64_t most = static_cast<int64_t>(m_packed->batch());
+  if (m_single_steps) most = std::min(most, kWorkPerClockReading / m_connections);
+  if (m_stop_asked) most = 1;
+  return static_cast<int32_t>(std::clamp<int64_t>(patterns, 1, std::max<int64_t>(most, 1)));
+}
+
+std::span<const int32_t> TrainingRun::Batch() const {
+  return std::span(m_network.train_list)
+      .subspan(static_cast<size_t>(m_cursor), static_cast<size_t>(m_batch));
+}
+
 void TrainingRun::Forward() {
   if (m_cursor >= m_network.nTrain) m_cursor = 0;
-  ForwardWithDerivatives(m_network, m_network.train_list[static_cast<size_t>(m_cursor)]);
+  m_batch = BatchOf(std::min(m_group - m_in_group, m_network.nTrain - m_cursor));
+  m_packed->ForwardWithDerivatives(Batch());
+  m_published = false;
+  m_work += m_connections * m_batch;
 }
 
 void TrainingRun::Backward() {
-  const int32_t pattern = m_network.train_list[static_cast<size_t>(m_cursor)];
-  Backpropagate(m_network, pattern);
-  AccumulateGradients(m_network, pattern);
-  m_sums.Add(m_network.targets.Row(static_cast<size_t>(pattern)),
-             OutputLayer(m_network).activations.Row(static_cast<size_t>(pattern)), m_tolerance);
-  if (m_cursor != m_network.nTrain - 1) return;
+  m_packed->Backpropagate();
+  // Those of a group's last batch are taken together with the update.
+  if (m_in_group + m_batch < m_group) m_packed->AddGradients(m_in_group == 0);
+  m_published = false;
+  m_work += m_connections * m_batch;
+  AddMonitors(Batch());
+  m_in_group += m_batch;
+  m_cursor += m_batch - 1;
+  if (m_cursor == m_network.nTrain - 1) EndPass();
+}
+
+void TrainingRun::AddMonitors(std::span<const int32_t> patterns) {
+  const Matrix& outputs = OutputLayer(m_network).activations;
+  for (const int32_t pattern : patterns) {
+    const auto row = static_cast<size_t>(pattern);
+    m_sums.Add(m_network.targets.Row(row), outputs.Row(row), m_tolerance);
+  }
+}
+
+void TrainingRun::EndPass() {
   m_pass = m_sums;
   m_sums = {};
   if (m_tolerance > 0) {
     m_network.within_train = PercentWithin(m_pass.hits, OutputValues(m_network, m_network.nTrain));
   }
   m_pass_complete = true;
+}
+
+TrainingRun::Stage TrainingRun::Advance() {
+  ++m_cursor;
+  return m_in_group < m_group ? Stage::kForward : Stage::kUpdate;
+}
+
+// Whether nothing comes between this update and the next pattern, both groups of their own.
+bool TrainingRun::NextFollowsAtOnce() {
+  return m_group == 1 && m_group_size == 1 && !m_pass_complete && !m_stop_asked && !TimeIsUp();
+}
+
+TrainingRun::Stage TrainingRun::Update() {
+  m_published = false;
+  m_work += m_connections;
+  if (!NextFollowsAtOnce()) {
+    m_packed->AddGradientsAndUpdate(m_in_group == m_batch);
+    return Stage::kIteration;
+  }
+  m_packed->UpdateAndForward(m_network.train_list[static_cast<size_t>(m_cursor)]);
+  m_work += m_connections;
+  m_in_group = 0;
+  return Stage::kBackward;
 }
 
 TrainingRun::Stage TrainingRun::EndIteration() {
@@ -228,6 +292,7 @@ TrainingRun::Stage TrainingRun::EndIteration() {
   network.rms_train = std::sqrt(mean_squared_error);
   network.correlation_train = Correlation(m_pass, n);
   if (AdaptLearnRate(network, m_control, mean_squared_error)) {
+    Publish();
     m_observer.LearnRateControlStarted();
   }
   const int32_t rate = std::max(network.UpdateRate, 1);
@@ -259,11 +324,19 @@ void TrainingRun::UpdateTiming() {
 
 TrainingRun::Stage TrainingRun::TestPattern() {
   Network& network = m_network;
-  const int32_t pattern = network.test_list[static_cast<size_t>(m_test_position)];
-  tarn::Forward(network, pattern);
-  m_test_sums.Add(network.targets.Row(static_cast<size_t>(pattern)),
-                  OutputLayer(network).activations.Row(static_cast<size_t>(pattern)), m_tolerance);
-  if (++m_test_position < network.testPats) return Stage::kTestPattern;
+  const int32_t count = BatchOf(network.testPats - m_test_position);
+  const std::span<const int32_t> patterns =
+      std::span(network.test_list)
+          .subspan(static_cast<size_t>(m_test_position), static_cast<size_t>(count));
+  m_packed->Forward(patterns);
+  m_work += m_connections * count;
+  for (const int32_t pattern : patterns) {
+    const auto row = static_cast<size_t>(pattern);
+    m_test_sums.Add(network.targets.Row(row), OutputLayer(network).activations.Row(row),
+                    m_tolerance);
+  }
+  m_test_position += count;
+  if (m_test_position < network.testPats) return Stage::kTestPattern;
   const int64_t n = OutputValues(network, network.testPats);
   if (m_tolerance > 0) network.within_test = PercentWithin(m_test_sums.hits, n);
   network.correlation_test = Correlation(m_test_sums, n);
@@ -272,6 +345,8 @@ TrainingRun::Stage TrainingRun::TestPattern() {
 }
 
 void TrainingRun::Refresh() {
+  m_work += kWorkPerClockReading;
+  Publish();
   m_observer.ScreenUpdated();
   const Network& network = m_network;
   const HistoryRecord record{network.iteration,         network.rms_train,
@@ -286,6 +361,8 @@ void TrainingRun::Refresh() {
 void TrainingRun::AutoSave() {
   if (m_network.SaveRate <= 0 || m_network.iteration % m_network.SaveRate != 0) return;
   if (!m_observer.CanStoreSnapshot()) return;
+  m_work += kWorkPerClockReading;
+  Publish();
   m_observer.ShowStatus(kAutoSaveStatus);
   if (m_observer.StoreSnapshot()) m_has_snapshot = true;
   m_observer.ShowStatus(kTrainingStatus);

@@ -1,14 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include "base/clock.h"
+#include "base/status.h"
 #include "engine/error_history.h"
 #include "engine/learn_rate_control.h"
 #include "engine/monitors.h"
 #include "engine/network.h"
+#include "engine/packed_network.h"
 
 namespace tarn {
 
@@ -55,8 +59,10 @@ enum class RunState {
 // screen updates the test set is passed, the figures are refreshed and the history grows.
 //
 // The run alone changes weights, statistics, Eta and the iteration counter of the network; the
-// caller may change the training parameters between slices. Network, clock and observer are
-// not owned and outlive the run.
+// caller may change the training parameters between slices, and the weights when it says so.
+// The network's weights, weight changes, derivatives and deltas are up to date between slices
+// and whenever the observer is called. Network, clock and observer are not owned and outlive
+// the run.
 class TrainingRun {
  public:
   // Readies the network: iteration 0, statistics 0, WeightRate brought into 0..nTrain. The
@@ -65,8 +71,11 @@ class TrainingRun {
               std::string history_path);
 
   // Begins to run, or goes on after Stop or completion: the iteration counter continues, clock
-  // and history start over. Needs at least one training pattern.
-  void Start();
+  // and history start over. Needs at least one training pattern. kOutOfMemory when there is no
+  // room for the work; nothing has begun then.
+  Status Start();
+  // The network's weights have been replaced since the last slice.
+  void WeightsReplaced();
   // Ends the run at the next point where it can, without touching weights further.
   void Stop();
   void Halt();
@@ -88,16 +97,17 @@ class TrainingRun {
 
  private:
   // The stages of a run, in order. A slice can end behind those marked with *; behind those
-  // marked with ** the run also looks whether it has been stopped.
+  // marked with ** the run also looks whether it has been stopped. Patterns of a group are
+  // worked on in batches, one at a time when a slice is to end or the run to stop.
   enum class Stage {
     kGroup,        // a new group begins, or the run is complete
-    kForward,      // ** the next pattern is propagated
+    kForward,      // ** the next batch is propagated
     kBackward,     // ** its errors are propagated back, the monitors add up
     kAdvance,      // the cursor moves on
     kUpdate,       // * weights change
     kIteration,    // an iteration may have ended
     kScreen,       // a screen update begins
-    kTestPattern,  // * one pattern of the test set
+    kTestPattern,  // * a batch of the test set
     kRefresh,      // * figures and history
     kAutoSave,     // * snapshot
   };
@@ -106,20 +116,31 @@ class TrainingRun {
   Stage BeginGroup();
   void Forward();
   void Backward();
+  Stage Advance();
+  Stage Update();
   Stage EndIteration();
   Stage BeginScreenUpdate();
   Stage TestPattern();
   void Refresh();
   void AutoSave();
 
+  void AddMonitors(std::span<const int32_t> patterns);
+  void EndPass();
+  int32_t BatchOf(int32_t patterns) const;
+  std::span<const int32_t> Batch() const;
+  bool NextFollowsAtOnce();
+  void Publish();
   void UpdateTiming();
   static bool StopsBefore(Stage next);
-  static bool MayPauseBefore(Stage next);
-  int64_t WorkOf(Stage stage) const;
+  bool MayPauseBefore(Stage next) const;
+  bool TimeIsUp();
   void AlternateHaltText(int64_t now);
   void EndHalt(int64_t now);
 
   Network& m_network;
+  std::unique_ptr<PackedNetwork> m_packed;  // from the first start on
+  bool m_weights_replaced = false;
+  bool m_published = true;  // the record is up to date
   const Clock& m_clock;
   TrainingObserver& m_observer;
   ErrorHistory m_history;
@@ -135,6 +156,7 @@ class TrainingRun {
   int32_t m_group = 1;                 // the size of the group under way
   double m_patterns_an_iteration = 0;  // nTrain rounded up to whole groups, as the run started
   int32_t m_in_group = 0;              // patterns of the group that are done
+  int32_t m_batch = 1;                 // patterns of the batch under way
   int32_t m_cursor = 0;                // position in the training list, kept over groups and runs
   int32_t m_test_position = 0;         // position in the test list during a screen update
   float m_tolerance = 0;               // effective
@@ -144,6 +166,12 @@ class TrainingRun {
   MonitorSums<float> m_test_sums;
   bool m_pass_complete = false;  // in this group
   LearnRateControl m_control;
+
+  int64_t m_connections = 0;  // the work of a pattern
+  int64_t m_work = 0;         // done since the clock was read
+  int64_t m_deadline_ms = 0;  // of the slice
+  bool m_time_is_up = false;
+  bool m_single_steps = false;  // the slice has no time at all
 
   int64_t m_start_ms = 0;
   int64_t m_outside_since_ms = 0;  // end of the last slice

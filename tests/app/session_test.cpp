@@ -243,7 +243,7 @@ TEST_F(SessionTraining, TrainsWhateverRatesTheHeaderHolds) {
   SetClock clock;
   TrainingObserver observer;
   TrainingRun run(m_network, clock, observer, "/tmp/history");
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(run.RunFor(1000), RunState::kComplete);
   EXPECT_EQ(m_network.iteration, 1);
 }

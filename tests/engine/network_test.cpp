@@ -89,9 +89,7 @@ TEST(AllocateArrays, GivesEveryArrayItsShape) {
     EXPECT_EQ(layer.weights.rows(), nodes);
     EXPECT_EQ(layer.weights.columns(), below + 1);
     EXPECT_EQ(layer.weight_changes.columns(), below + 1);
-    EXPECT_EQ(layer.weight_gradients.columns(), below);
     EXPECT_EQ(layer.masks.columns(), below);
-    EXPECT_EQ(layer.bias_gradients.size(), nodes);
     EXPECT_EQ(layer.derivatives.size(), nodes);
     EXPECT_EQ(layer.deltas.size(), nodes);
     for (float mask : layer.masks.All()) EXPECT_EQ(mask, 1.0F);

@@ -8,11 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/forward.h"
+#include "reference/plain_loops.h"
 #include "engine/monitors.h"
 #include "engine/small_network.h"
 #include "engine/training_run.h"
-#include "engine/weight_update.h"
 #include "support/memory_files.h"
 #include "support/set_clock.h"
 
@@ -53,15 +52,15 @@ class PlainRun {
 
   // True when the group has ended a pass over the training list.
   bool Group(int32_t patterns) {
-    ClearGradients(m_network);
+    reference::ClearGradients(m_network, m_gradients);
     bool complete = false;
     for (int32_t k = 0; k < patterns; ++k) {
       if (m_cursor == m_network.nTrain) m_cursor = 0;
       const int32_t pattern = m_network.train_list[static_cast<size_t>(m_cursor)];
       const auto row = static_cast<size_t>(pattern);
-      ForwardWithDerivatives(m_network, pattern);
-      Backpropagate(m_network, pattern);
-      AccumulateGradients(m_network, pattern);
+      reference::ForwardWithDerivatives(m_network, pattern);
+      reference::Backpropagate(m_network, pattern);
+      reference::AccumulateGradients(m_network, m_gradients, pattern);
       m_sums.Add(m_network.targets.Row(row), OutputLayer(m_network).activations.Row(row), 0);
       if (m_cursor == m_network.nTrain - 1) {
         pass = m_sums;
@@ -70,7 +69,7 @@ class PlainRun {
       }
       ++m_cursor;
     }
-    UpdateWeights(m_network);
+    reference::UpdateWeights(m_network, m_gradients);
     return complete;
   }
 
@@ -83,6 +82,7 @@ class PlainRun {
 
  private:
   Network& m_network;
+  reference::GradientSums m_gradients;
   int32_t m_cursor;
   MonitorSums<double> m_sums;
 };

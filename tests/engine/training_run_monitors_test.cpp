@@ -11,7 +11,7 @@ class TrainingRunMonitors : public TrainingRunFixture {
  protected:
   void Run(Network& network) {
     TrainingRun run(network, m_clock, m_observer, kHistory);
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     RunOut(run);
   }
 
@@ -59,7 +59,7 @@ TEST_F(TrainingRunMonitors, TestWithTheWeightsOfTheMomentInSinglePrecision) {
   EXPECT_LT(sums.hits, 34);
   for (const int32_t pattern : network.test_list) {
     const float before = OutputLayer(network).activations.Row(static_cast<size_t>(pattern))[0];
-    Forward(network, pattern);
+    reference::Forward(network, pattern);
     EXPECT_EQ(OutputLayer(network).activations.Row(static_cast<size_t>(pattern))[0], before);
   }
 }
@@ -120,7 +120,7 @@ TEST_F(TrainingRunMonitors, FollowAToleranceThatChangesDuringTheRun) {
   Network network = Make({2, 3, 1}, 5);
   network.MaxIterations = 2;
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   m_observer.on_screen = [&] {
     network.Tolerance = 1;
     if (network.iteration == 1) run.Halt();
@@ -139,7 +139,7 @@ class TrainingRunAutoSave : public TrainingRunFixture {
     std::vector<int32_t> iterations;
     m_observer.on_snapshot = [&] { iterations.push_back(network.iteration); };
     TrainingRun run(network, m_clock, m_observer, kHistory);
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     RunOut(run);
     EXPECT_EQ(network.iteration, network.MaxIterations);
     m_has_snapshot = run.has_snapshot();

@@ -20,7 +20,7 @@ class TrainingRunStop : public SteppedRun {
 TEST_F(TrainingRunStop, EndsAfterTheForwardPassWithTheWeightsAsTheyAre) {
   const std::vector<uint32_t> weights = WeightBits(m_network);
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   Step(run, 1);
   EXPECT_NE(OutputLayer(m_network).activations.Row(0)[0], 0.0F);
   run.Stop();
@@ -34,7 +34,7 @@ TEST_F(TrainingRunStop, EndsAfterTheForwardPassWithTheWeightsAsTheyAre) {
 TEST_F(TrainingRunStop, RunsAForwardPassFirstWhenAskedForAtOnce) {
   const std::vector<uint32_t> weights = WeightBits(m_network);
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   run.Stop();
   EXPECT_EQ(run.RunFor(1000), RunState::kStopped);
   EXPECT_NE(OutputLayer(m_network).activations.Row(0)[0], 0.0F);
@@ -47,14 +47,14 @@ TEST_F(TrainingRunStop, LeavesTheCursorAtThePatternThatWasNotFinished) {
     Network network = m_network;
     Network plain_network = m_plain;
     TrainingRun run(network, m_clock, m_observer, kHistory);
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     Step(run, pieces);
     run.Stop();
     EXPECT_EQ(run.RunFor(0), RunState::kStopped);
     PlainRun first(plain_network);
     first.Group(1);
     EXPECT_EQ(WeightBits(network), WeightBits(plain_network)) << pieces;
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     FinishPass(run, network);
     PlainRun rest(plain_network, 1);
     EXPECT_FALSE(rest.Group(1));
@@ -69,11 +69,11 @@ TEST_F(TrainingRunStop, LeavesTheCursorAtThePatternThatWasNotFinished) {
 TEST_F(TrainingRunStop, DropsTheGradientsOfTheGroupThatWasUnderWay) {
   m_network.WeightRate = 3;
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   Step(run, 4);  // two patterns forward and backward
   run.Stop();
   EXPECT_EQ(run.RunFor(0), RunState::kStopped);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   FinishPass(run, m_network);
   PlainRun plain(m_plain, 1);
   EXPECT_TRUE(plain.Group(3));
@@ -82,7 +82,7 @@ TEST_F(TrainingRunStop, DropsTheGradientsOfTheGroupThatWasUnderWay) {
 
 TEST_F(TrainingRunStop, TakesEffectOnlyInTheNextPatternWhenTheWeightsHaveMoved) {
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   Step(run, 3);
   PlainRun plain(m_plain);
   plain.Group(1);
@@ -97,7 +97,7 @@ TEST_F(TrainingRunStop, TakesEffectOnlyInTheNextPatternWhenTheWeightsHaveMoved) 
 TEST_F(TrainingRunStop, LetsTheIterationAndItsScreenUpdateFinishAfterTheUpdate) {
   m_network.SaveRate = 1;
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   Step(run, 9);  // three patterns, forward, backward and update each
   EXPECT_EQ(m_network.iteration, 0);
   run.Stop();
@@ -109,7 +109,7 @@ TEST_F(TrainingRunStop, LetsTheIterationAndItsScreenUpdateFinishAfterTheUpdate) 
 
 TEST_F(TrainingRunStop, KeepsStatisticsAndCounter) {
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   FinishPass(run, m_network);
   const float rms = m_network.rms_train;
   run.Stop();
@@ -117,7 +117,7 @@ TEST_F(TrainingRunStop, KeepsStatisticsAndCounter) {
   EXPECT_GT(rms, 0.0F);
   EXPECT_EQ(m_network.rms_train, rms);
   EXPECT_EQ(m_network.iteration, 1);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(m_network.iteration, 1);
   FinishPass(run, m_network);
   EXPECT_EQ(m_network.iteration, 2);
@@ -127,14 +127,14 @@ TEST_F(TrainingRunStop, IsForgottenWhenTheRunCompletes) {
   m_network.MaxIterations = 1;
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
   m_observer.on_screen = [&run] { run.Stop(); };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(m_observer.events.back(), "Training Run Complete!");
 }
 
 TEST_F(TrainingRunStop, EndsAHaltedRun) {
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   Step(run, 1);
   run.Halt();
   run.Stop();
@@ -145,7 +145,7 @@ class TrainingRunSlices : public SteppedRun {};
 
 TEST_F(TrainingRunSlices, EndWhenTheirTimeIsSpent) {
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(run.RunFor(0), RunState::kRunning);
   EXPECT_EQ(m_network.iteration, 0);
 }
@@ -155,12 +155,12 @@ TEST_F(TrainingRunSlices, ChangeNothingInTheResult) {
   HoldBack(m_network, 1);
   Network whole = m_network;
   TrainingRun sliced_run(m_network, m_clock, m_observer, kHistory);
-  sliced_run.Start();
+  EXPECT_TRUE(sliced_run.Start().ok());
   int slices = 0;
   while (sliced_run.RunFor(0) == RunState::kRunning) ++slices;
   const std::string history = m_files.Get(kHistory).value();
   TrainingRun whole_run(whole, m_clock, m_observer, kHistory);
-  whole_run.Start();
+  EXPECT_TRUE(whole_run.Start().ok());
   EXPECT_EQ(whole_run.RunFor(1000), RunState::kComplete);
   EXPECT_GT(slices, 20);
   EXPECT_EQ(WeightBits(m_network), WeightBits(whole));

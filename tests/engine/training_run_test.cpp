@@ -17,7 +17,7 @@ class TrainingRunTest : public TrainingRunFixture {
     std::vector<int32_t> iterations;
     m_observer.on_screen = [&] { iterations.push_back(network.iteration); };
     TrainingRun run(network, m_clock, m_observer, kHistory);
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     RunOut(run);
     return iterations;
   }
@@ -78,7 +78,7 @@ TEST_F(TrainingRunTest, DoesNotStartWithoutTrainingPatterns) {
   Network network = Make({2, 3, 1}, 5);
   HoldBack(network, 5);
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(run.RunFor(1000), RunState::kIdle);
 }
 
@@ -89,7 +89,7 @@ TEST_F(TrainingRunTest, TrainsGroupsThatRunOnOverTheEndOfTheList) {
     Network plain_network = network;
     PlainRun plain(plain_network);
     TrainingRun run(network, m_clock, m_observer, kHistory);
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     EXPECT_EQ(RunOut(run), RunState::kComplete);
     for (int32_t iterations = 0; iterations < 10;) iterations += plain.Group(group) ? 1 : 0;
     EXPECT_EQ(WeightBits(network), WeightBits(plain_network)) << group;
@@ -114,7 +114,7 @@ TEST_F(TrainingRunTest, CountsAnIterationAfterTheUpdateOfTheGroupInWhichThePassE
     weights = WeightBits(network);
     rms = network.rms_train;
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   EXPECT_EQ(weights, WeightBits(plain_network));
   EXPECT_EQ(Bits(rms), Bits(plain.Rms()));
@@ -127,7 +127,7 @@ TEST_F(TrainingRunTest, CountsOneIterationForAGroupThatHoldsSeveralPasses) {
   TrainingRun run(network, m_clock, m_observer, kHistory);
   run.SetGroupSize(12);
   network.MaxIterations = 4;
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(plain.Group(12));
   EXPECT_EQ(network.iteration, 4);
@@ -142,7 +142,7 @@ TEST_F(TrainingRunTest, TakesANewGroupSizeWithTheNextGroupAndNoneBelowOne) {
   PlainRun plain(plain_network);
   m_observer.on_screen = [&] { run.SetGroupSize(-1); };
   network.MaxIterations = 2;
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   EXPECT_EQ(run.group_size(), 1);
   EXPECT_TRUE(plain.Group(5));
@@ -154,7 +154,7 @@ TEST_F(TrainingRunTest, TakesANewGroupSizeWithTheNextGroupAndNoneBelowOne) {
 TEST_F(TrainingRunTest, IsCompleteAtMaxIterationsAndSaysSo) {
   Network network = Make({2, 3, 1}, 5);
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(run.state(), RunState::kRunning);
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(network.iteration, 10);
@@ -166,10 +166,10 @@ TEST_F(TrainingRunTest, IsCompleteAtMaxIterationsAndSaysSo) {
 TEST_F(TrainingRunTest, CountsOnAtALaterStartWithANewHistory) {
   Network network = Make({2, 3, 1}, 5);
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   network.MaxIterations = 12;
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_TRUE(History().empty());
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(network.iteration, 12);
@@ -181,9 +181,9 @@ TEST_F(TrainingRunTest, CountsOnAtALaterStartWithANewHistory) {
 TEST_F(TrainingRunTest, MakesOneMoreIterationWhenStartedAtItsEnd) {
   Network network = Make({2, 3, 1}, 5);
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(network.iteration, 11);
 }
@@ -215,7 +215,7 @@ TEST_F(TrainingRunTest, AppendsTheFiguresOfEveryScreenUpdateToTheHistory) {
                      network.correlation_train, network.correlation_test, network.within_train,
                      network.within_test});
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   const std::vector<HistoryRecord> records = History();
   ASSERT_EQ(records.size(), 10U);
@@ -230,7 +230,7 @@ TEST_F(TrainingRunTest, TellsWhenLearnRateControlStarts) {
   network.LRC = 3;
   network.UpdateRate = 100;
   TrainingRun run(network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_FALSE(run.learn_rate_control_started());
   RunOut(run);
   EXPECT_TRUE(run.learn_rate_control_started());
@@ -241,10 +241,10 @@ TEST_F(TrainingRunTest, TellsOnceWhenTheHistoryCannotBeOpened) {
   Network network = Make({2, 3, 1}, 5);
   TrainingRun run(network, m_clock, m_observer, "/nowhere/history");
   EXPECT_TRUE(m_observer.events.empty());
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(m_observer.Count("history failed"), 1);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   EXPECT_EQ(m_observer.Count("history failed"), 2);
 }
@@ -258,7 +258,7 @@ TEST_F(TrainingRunTest, TrainsOnWithoutAHistoryThatCannotBeWritten) {
     if (network.iteration == 4) faulty.FailAt(1, FaultyFiles::Fault::kShortWrite);
     if (network.iteration == 6) faulty.StopFailing();
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(RunOut(run), RunState::kComplete);
   EXPECT_EQ(m_observer.Count("history failed"), 1);
   EXPECT_EQ(m_files.Get(kHistory)->size(), 3 * kHistoryRecordSize);

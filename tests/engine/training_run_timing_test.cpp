@@ -28,7 +28,7 @@ class TrainingRunTiming : public TrainingRunFixture {
       figures.push_back(run.figures());
       m_clock.Advance(ms);
     };
-    run.Start();
+    EXPECT_TRUE(run.Start().ok());
     RunOut(run);
     return figures;
   }
@@ -61,10 +61,10 @@ TEST_F(TrainingRunTiming, NeverTellsLessThanNothing) {
     m_clock.Advance(1000);
     m_network.MaxIterations = 2;
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   m_network.MaxIterations = 1;
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   m_clock.Advance(5000);
   RunOut(run);
   EXPECT_EQ(m_network.iteration, 3);
@@ -93,7 +93,7 @@ TEST_F(TrainingRunTiming, KeepsTheRoundedPatternsOfTheStart) {
     run.SetGroupSize(1);
     m_clock.Advance(1000);
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   RunOut(run);
   EXPECT_DOUBLE_EQ(run.figures().speed, 6.0 * 10 * 13 / 9000);
 }
@@ -115,7 +115,7 @@ TEST_F(TrainingRunTiming, LeavesHaltedTimeOutOfBothFigures) {
     m_clock.Advance(1000);
     if (m_network.iteration == 1) run.Halt();
   };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   EXPECT_EQ(run.RunFor(1000), RunState::kHalted);
   m_clock.Advance(60000);
   EXPECT_EQ(run.RunFor(1000), RunState::kHalted);
@@ -131,7 +131,7 @@ TEST_F(TrainingRunTiming, LeavesHaltedTimeOutOfBothFigures) {
 TEST_F(TrainingRunTiming, AlternatesTwoTextsWhileHalted) {
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
   m_observer.on_screen = [&run] { run.Halt(); };
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   run.RunFor(1000);
   const std::vector<uint32_t> weights = WeightBits(m_network);
   const auto wait = [&](int64_t ms) {
@@ -160,7 +160,7 @@ TEST_F(TrainingRunInterfaceTime, CountsForTheTimeRemainingButNotForTheSpeed) {
   m_network.MaxIterations = 4;
   m_observer.on_screen = [this] { m_clock.Advance(500); };
   TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   int slices = 0;
   while (m_network.iteration == 0) {
     m_clock.Advance(100);

@@ -23,7 +23,7 @@ void ExpectPromiseKept(const char* example, uint32_t seed, const Promise& promis
   scenario.seed = seed;
   const SetClock clock;
   ScenarioRun training(scenario, clock);
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   EXPECT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
   const Network& network = training.network();
   EXPECT_GE(network.within_train, promise.within_train) << example << " with seed " << seed;

@@ -27,7 +27,7 @@ TEST_P(GoldenRun, LeavesTheFilesAndTheBitsThatAreKept) {
 TEST_P(GoldenRun, IsTheSameInSlices) {
   const TickingClock clock;
   ScenarioRun training(GetParam(), clock);
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   int slices = 1;
   while (training.run().RunFor(0) == RunState::kRunning) ++slices;
   EXPECT_EQ(training.run().state(), RunState::kComplete);
@@ -39,7 +39,7 @@ TEST_P(GoldenRun, IsTheSameWhenHaltedAfterEverySlice) {
   const TickingClock clock;
   ScenarioRun training(GetParam(), clock);
   TrainingRun& run = training.run();
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   while (run.RunFor(0) == RunState::kRunning) {
     run.Halt();
     const uint64_t halted = WeightsHash(training.network());
@@ -84,7 +84,7 @@ TEST(GoldenScenarios, LoadWithoutANotice) {
 TEST(AutoSaveRun, RestoresTheLastSnapshotAsTheSavedNetwork) {
   const SetClock clock;
   ScenarioRun training(GoldenScenario("autosave"), clock);
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   ASSERT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
   const std::string restored = training.loaded() / "restored.net";
   const RestoreResult result = RestoreSnapshot(training.loaded() / "store", restored, "15");

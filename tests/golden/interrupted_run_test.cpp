@@ -45,7 +45,7 @@ int32_t Propagated(Network& network) {
 void StopAndStart(TrainingRun& run) {
   run.Stop();
   ASSERT_EQ(run.RunFor(kNoLimitMs), RunState::kStopped);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   ASSERT_EQ(run.state(), RunState::kRunning);
 }
 
@@ -62,7 +62,7 @@ TEST(WideRun, LeavesTheBitsThatAreKeptHoweverItIsSliced) {
   ExpectGoldenHash("wide.history", whole.history_hash);
   const TickingClock clock;
   ScenarioRun training(WideScenario(), clock);
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   int slices = 1;
   while (training.run().RunFor(0) == RunState::kRunning) ++slices;
   // 5 iterations of 8 patterns, forward and backward, and the updates.
@@ -75,7 +75,7 @@ TEST(InterruptedRun, KeepsEverythingAsStopLeavesIt) {
   ScenarioRun training(WideScenario(), clock);
   TrainingRun& run = training.run();
   Network& network = training.network();
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   while (network.iteration < 2) run.RunFor(0);
   run.Stop();
   ASSERT_EQ(run.RunFor(kNoLimitMs), RunState::kStopped);
@@ -94,7 +94,7 @@ TEST(InterruptedRun, GoesOnAlikeWithGroupsOfOnePattern) {
   ScenarioRun training(WideScenario(), clock);
   TrainingRun& run = training.run();
   Network& network = training.network();
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   // Stopped again and again at other steps, each time after a whole group at least; the last
   // two iterations pass undisturbed.
   constexpr int kStepsOfAGroup = 4;
@@ -123,7 +123,7 @@ TEST(InterruptedRun, BeginsANewGroupWithThePatternWhereItWasStopped) {
   Network rotated = network;
   TrainingObserver observer;
   TrainingRun run(network, clock, observer, loaded / "history");
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   while (Propagated(network) < 4) run.RunFor(0);
   StopAndStart(run);
   // The pattern last propagated is the first of the new group.
@@ -149,11 +149,11 @@ TEST(InterruptedRun, GoesOnAsOneRunWhenStartedAgainWithAHigherLimit) {
   ScenarioRun training(scenario, clock);
   Network& network = training.network();
   network.MaxIterations = 25;
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   ASSERT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
   EXPECT_EQ(network.iteration, 25);
   network.MaxIterations = scenario.iterations;
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   ASSERT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
   const Results now = training.Collect();
   const Results whole = TrainInOneGo(scenario);

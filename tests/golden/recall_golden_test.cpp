@@ -19,7 +19,7 @@ class RecallGolden : public testing::Test {
   void Train(const std::string& scenario) {
     const SetClock clock;
     ScenarioRun training(GoldenScenario(scenario), clock);
-    training.run().Start();
+    EXPECT_TRUE(training.run().Start().ok());
     ASSERT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
     Network& network = training.network();
     WriteFile(m_folder / "trained.net", training.Collect().network);

@@ -109,7 +109,7 @@ uint64_t TrainBesideReference(const Scenario& scenario, const Clock& clock, int6
   PlainComparison comparison(network, scenario.group_size);
   TrainingRun run(network, clock, comparison, loaded / "history");
   if (scenario.group_size > 0) run.SetGroupSize(scenario.group_size);
-  run.Start();
+  EXPECT_TRUE(run.Start().ok());
   while (run.RunFor(budget_ms) == RunState::kRunning && !testing::Test::HasFailure()) {
   }
   EXPECT_EQ(comparison.iterations(), network.MaxIterations);

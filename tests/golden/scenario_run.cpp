@@ -71,7 +71,7 @@ Results ScenarioRun::Collect() {
 Results TrainInOneGo(const Scenario& scenario) {
   const SetClock clock;
   ScenarioRun training(scenario, clock);
-  training.run().Start();
+  EXPECT_TRUE(training.run().Start().ok());
   EXPECT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
   return training.Collect();
 }

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 
 namespace tarn::reference {
 namespace {

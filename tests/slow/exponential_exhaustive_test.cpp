@@ -8,12 +8,12 @@
 #include <thread>
 #include <vector>
 
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 
 // Every float there is, through each of the four functions: error against long double, the
 // float result against the exact one, saturation, and one hash of all float results.
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 constexpr uint32_t kChunkBits = 20;
@@ -204,4 +204,4 @@ TEST(EveryFloat, ThroughTheHyperbolicTangent) {
 }
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::reference

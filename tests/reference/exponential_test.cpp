@@ -1,4 +1,4 @@
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 
 #include <algorithm>
 #include <bit>
@@ -9,7 +9,7 @@
 
 #include "engine/small_network.h"
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -153,4 +153,4 @@ TEST(Exponential, TanhStaysWithinOne) {
 }
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::reference

@@ -1,15 +1,15 @@
-#include "engine/weight_update.h"
+#include "reference/plain_loops.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <utility>
 #include <vector>
 
-#include "engine/forward.h"
 #include "engine/small_network.h"
 #include "reference/plain_reference.h"
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 // A 2-2-1 network with values of its own in every place that one pattern's step reads.
@@ -26,13 +26,14 @@ Network HandNetwork() {
 }
 
 void RunGroup(Network& network, const std::vector<int32_t>& patterns) {
-  ClearGradients(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
   for (int32_t p : patterns) {
     ForwardWithDerivatives(network, p);
     Backpropagate(network, p);
-    AccumulateGradients(network, p);
+    AccumulateGradients(network, sums, p);
   }
-  UpdateWeights(network);
+  UpdateWeights(network, sums);
 }
 
 Network TrainableNetwork(const std::vector<int32_t>& nodes, const std::vector<int32_t>& codes,
@@ -102,54 +103,63 @@ TEST(Backpropagate, ReplacesTheDeltasOfThePatternBefore) {
 
 TEST(Gradients, AddTheSourceActivationTimesTheDelta) {
   Network network = HandNetwork();
-  ClearGradients(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
   Backpropagate(network, 0);
-  AccumulateGradients(network, 0);
-  AccumulateGradients(network, 0);
+  AccumulateGradients(network, sums, 0);
+  AccumulateGradients(network, sums, 0);
   const float delta = network.layers[2].deltas[0];
   const float product = 0.6F * delta;
-  EXPECT_EQ(Bits(network.layers[2].weight_gradients.All()[0]), Bits(product + product));
-  EXPECT_EQ(Bits(network.layers[2].bias_gradients[0]), Bits(delta + delta));
+  EXPECT_EQ(Bits(sums[2].weight_gradients.All()[0]), Bits(product + product));
+  EXPECT_EQ(Bits(sums[2].bias_gradients[0]), Bits(delta + delta));
 }
 
 TEST(Gradients, FastPropAddsTheSourcesOwnDelta) {
   Network network = HandNetwork();
   network.FastProp = 1.5F;
-  ClearGradients(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
   Backpropagate(network, 0);
-  AccumulateGradients(network, 0);
+  AccumulateGradients(network, sums, 0);
   const float own = 1.5F * network.layers[1].deltas[1];
   const float source = own + 0.2F;
   const float product = source * network.layers[2].deltas[0];
   EXPECT_NE(own, 0.0F);
-  EXPECT_EQ(Bits(network.layers[2].weight_gradients.All()[1]), Bits(product));
-  EXPECT_EQ(Bits(network.layers[2].bias_gradients[0]), Bits(network.layers[2].deltas[0]));
+  EXPECT_EQ(Bits(sums[2].weight_gradients.All()[1]), Bits(product));
+  EXPECT_EQ(Bits(sums[2].bias_gradients[0]), Bits(network.layers[2].deltas[0]));
 }
 
 TEST(Gradients, FastPropHasNoEffectIntoTheFirstHiddenLayer) {
   Network plain = HandNetwork();
   Network fast = HandNetwork();
   fast.FastProp = 3.0F;
-  for (Network* network : {&plain, &fast}) {
-    ClearGradients(*network);
+  GradientSums plain_sums;
+  GradientSums fast_sums;
+  for (auto [network, sums] : {std::pair(&plain, &plain_sums), std::pair(&fast, &fast_sums)}) {
+    ClearGradients(*network, *sums);
     Backpropagate(*network, 0);
-    AccumulateGradients(*network, 0);
+    AccumulateGradients(*network, *sums, 0);
   }
   for (size_t k = 0; k < 4; ++k) {
-    EXPECT_NE(plain.layers[1].weight_gradients.All()[k], 0.0F);
-    EXPECT_EQ(Bits(fast.layers[1].weight_gradients.All()[k]),
-              Bits(plain.layers[1].weight_gradients.All()[k]));
+    EXPECT_NE(plain_sums[1].weight_gradients.All()[k], 0.0F);
+    EXPECT_EQ(Bits(fast_sums[1].weight_gradients.All()[k]),
+              Bits(plain_sums[1].weight_gradients.All()[k]));
   }
-  EXPECT_NE(fast.layers[2].weight_gradients.All()[0], plain.layers[2].weight_gradients.All()[0]);
+  EXPECT_NE(fast_sums[2].weight_gradients.All()[0], plain_sums[2].weight_gradients.All()[0]);
 }
 
 TEST(Gradients, ClearSetsEverySumToZero) {
   Network network = TrainableNetwork({3, 4, 2, 2}, {kTanh}, 2);
-  RunGroup(network, {0, 1});
-  ClearGradients(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
+  ForwardWithDerivatives(network, 1);
+  Backpropagate(network, 1);
+  AccumulateGradients(network, sums, 1);
+  EXPECT_NE(sums[3].bias_gradients[0], 0.0F);
+  ClearGradients(network, sums);
   for (size_t l = 1; l <= 3; ++l) {
-    for (float sum : network.layers[l].weight_gradients.All()) EXPECT_EQ(Bits(sum), Bits(0.0F));
-    for (float sum : network.layers[l].bias_gradients) EXPECT_EQ(Bits(sum), Bits(0.0F));
+    for (float sum : sums[l].weight_gradients.All()) EXPECT_EQ(Bits(sum), Bits(0.0F));
+    for (float sum : sums[l].bias_gradients) EXPECT_EQ(Bits(sum), Bits(0.0F));
   }
 }
 
@@ -183,9 +193,11 @@ TEST(WeightUpdate, MomentumScalesTheLastChange) {
   Layer& layer = network.layers[1];
   std::ranges::copy(std::vector{0.5F, -0.5F}, layer.weights.All().begin());
   std::ranges::copy(std::vector{0.07F, 0.03F}, layer.weight_changes.All().begin());
-  layer.weight_gradients.All()[0] = 0.011F;
-  layer.bias_gradients[0] = 0.013F;
-  UpdateWeights(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
+  sums[1].weight_gradients.All()[0] = 0.011F;
+  sums[1].bias_gradients[0] = 0.013F;
+  UpdateWeights(network, sums);
 
   const float momentum = 0.9F * 0.07F;
   const float step = 0.3F * 0.011F;
@@ -202,8 +214,10 @@ TEST(WeightUpdate, MomentumScalesTheLastChange) {
 TEST(WeightUpdate, GradientSumsAreNotDividedByTheGroupSize) {
   Network network = MakeNetwork({1, 1, 1}, {kSigmoid}, 4);
   network.Eta = 0.5F;
-  network.layers[2].weight_gradients.All()[0] = 4 * 0.25F;
-  UpdateWeights(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
+  sums[2].weight_gradients.All()[0] = 4 * 0.25F;
+  UpdateWeights(network, sums);
   EXPECT_EQ(network.layers[2].weights.All()[0], 0.5F);
 }
 
@@ -230,8 +244,10 @@ TEST(WeightUpdate, AChangeOfARemovedConnectionIsTheSameFormula) {
   network.Alpha = 0.9F;
   network.layers[1].weights.All()[0] = 0.5F;
   network.layers[1].weight_changes.All()[0] = 0.07F;
-  network.layers[1].weight_gradients.All()[0] = 0.011F;
-  UpdateWeights(network);
+  GradientSums sums;
+  ClearGradients(network, sums);
+  sums[1].weight_gradients.All()[0] = 0.011F;
+  UpdateWeights(network, sums);
   const float momentum = 0.9F * 0.07F;
   const float step = 0.3F * 0.011F;
   EXPECT_EQ(Bits(network.layers[1].weight_changes.All()[0]), Bits(momentum + step));
@@ -290,7 +306,7 @@ void RunIterations(Network& network, size_t groups, size_t group_size) {
   }
 }
 
-void ExpectSameWeights(const Network& network, const reference::PlainTrainer& plain) {
+void ExpectSameWeights(const Network& network, const PlainTrainer& plain) {
   for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
     const Layer& layer = network.layers[l];
     for (size_t j = 0; j < layer.weights.rows(); ++j) {
@@ -317,7 +333,7 @@ TEST(WeightUpdate, AgreesWithThePlainReferenceBitForBit) {
       Network network = TrainableNetwork(c.nodes, c.codes, 7);
       network.WeightRate = group;
       if (c.removed) Remove(network, 1, 0, 1);
-      reference::PlainTrainer plain(network);
+      PlainTrainer plain(network);
       constexpr size_t kIterations = 21;  // whole groups of each size
       for (size_t k = 0; k < kIterations; ++k) plain.RunIteration();
       RunIterations(network, kIterations * 7 / static_cast<size_t>(group),
@@ -328,4 +344,4 @@ TEST(WeightUpdate, AgreesWithThePlainReferenceBitForBit) {
 }
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::reference

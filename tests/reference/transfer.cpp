@@ -1,11 +1,11 @@
-#include "engine/transfer.h"
+#include "reference/transfer.h"
 
 #include <cstddef>
 
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 #include "engine/network.h"
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 struct NodeResult {
@@ -74,4 +74,4 @@ void ApplyTransfer(int32_t code, std::span<const float> negated_net, std::span<f
   }
 }
 
-}  // namespace tarn
+}  // namespace tarn::reference

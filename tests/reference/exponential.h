@@ -16,7 +16,7 @@
 // the last place of the double result. Rounded to float, the results are those of the exact
 // values for every float argument, but for one argument of Sinh and its negative.
 
-namespace tarn {
+namespace tarn::reference {
 
 // Error 0.93. Infinity above 709.79, zero below -745.14; subnormal results are rounded once.
 double Exp(double x);
@@ -32,4 +32,4 @@ double Cosh(double x);
 // Error 1.44. 1 in magnitude beyond 19.07.
 double Tanh(double x);
 
-}  // namespace tarn
+}  // namespace tarn::reference

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-namespace tarn {
+namespace tarn::reference {
 
 // The transfer function of one layer, for all its nodes or any part of them. `negated_net`
 // holds x = -net of each node; output y and, unless that span is empty, the derivative by the
@@ -23,4 +23,4 @@ namespace tarn {
 void ApplyTransfer(int32_t code, std::span<const float> negated_net, std::span<float> output,
                    std::span<float> derivative_or_empty);
 
-}  // namespace tarn
+}  // namespace tarn::reference

@@ -1,4 +1,4 @@
-#include "engine/transfer.h"
+#include "reference/transfer.h"
 
 #include <array>
 #include <bit>
@@ -8,10 +8,10 @@
 #include <limits>
 #include <vector>
 
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 #include "engine/small_network.h"
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -193,4 +193,4 @@ TEST(Transfer, AnEmptyLayerIsNothingToDo) {
 }
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::reference

@@ -1,4 +1,4 @@
-#include "engine/forward.h"
+#include "reference/plain_loops.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,10 +7,10 @@
 #include <limits>
 #include <vector>
 
-#include "engine/exponential.h"
+#include "reference/exponential.h"
 #include "engine/small_network.h"
 
-namespace tarn {
+namespace tarn::reference {
 namespace {
 
 float Sigmoid(float negated_net) {
@@ -155,4 +155,4 @@ TEST(Forward, ComputesEveryNodeOfALayerOfAnyWidth) {
 }
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::reference

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <hwy/aligned_allocator.h>
+#include <span>
+#include <vector>
+
+#include "engine/kernels/kernels.h"
+#include "engine/network.h"
+
+namespace tarn {
+
+// A network's weights in the layout of the kernels, and room for a batch of patterns: the
+// forward pass, the deltas and the weight update of many patterns at once. Activations are
+// written to the record at once; weights, weight changes, derivatives and deltas by Publish.
+//
+// For every node j of every computed layer, from the second on, with the activations a of the
+// layer below,
+//   x = -bias_j - w_j0 a_0 - w_j1 a_1 - ...     in single precision, in this order,
+// then the layer's transfer function of -x. Removed connections take part with the weight that
+// they hold. A layer whose transfer code is none of the four keeps its activations.
+//
+// A group of patterns, from propagated to moved weights: for each batch of it
+// ForwardWithDerivatives, Backpropagate and AddGradients, the last time with the step that the
+// group ends with. In single precision, every product and sum rounded on its own, sums by
+// ascending index and pattern after pattern:
+//   output nodes: delta_j = (t_j - a_j) d_j
+//   hidden nodes: delta_i = (sum of delta_j w_ji over the nodes j above) d_i, without the bias
+//   bias_gradient_j += delta_j,  gradient_ji += (FastProp delta_i + a_i) delta_j
+//   change = Alpha change + Eta gradient,  weight += change mask
+// Deltas of the input layer are 0, so FAST-Prop has no effect into the first hidden layer. Bias
+// weights are never masked; a removed connection keeps its weight while its change goes on.
+// Gradient sums are not divided by the size of the group.
+//
+// The network is not owned, outlives this and keeps its arrays. Throws std::bad_alloc when
+// memory is short.
+class PackedNetwork {
+ public:
+  enum class Use { kForward, kTraining };
+
+  PackedNetwork(Network& network, Use use);
+  PackedNetwork(const PackedNetwork&) = delete;
+  PackedNetwork& operator=(const PackedNetwork&) = delete;
+
+  // Most patterns of one call.
+  size_t batch() const { return m_batch; }
+
+  // Takes weights, weight changes, masks, derivatives and deltas from the record.
+  void Pack();
+  // Brings the record up to date: weights and weight changes, and the derivatives and deltas of
+  // the pattern last propagated.
+  void Publish();
+
+  // Activations of the patterns (0..nPats-1, at most batch() of them).
+  void Forward(std::span<const int32_t> patterns);
+  // The same for a group; derivatives are kept.
+  void ForwardWithDerivatives(std::span<const int32_t> patterns);
+  // Deltas of the patterns last propagated.
+  void Backpropagate();
+  // Adds their gradients to the group's; `begins` when they are its first.
+  void AddGradients(bool begins);
+  // The same for the last patterns of a group, and moves the weights.
+  void AddGradientsAndUpdate(bool begins);
+  // Moves the weights by the gradients added.
+  void Update();
+  // For groups of one pattern, after Backpropagate: AddGradientsAndUpdate(true), then
+  // ForwardWithDerivatives of the next pattern, in one sweep over the weights.
+  void UpdateAndForward(int32_t next_pattern);
+
+ private:
+  using Floats = hwy::AlignedFreeUniquePtr<float[]>;
+
+  // What LayerPanels of the same layer points to.
+  struct LayerMemory {
+    Floats weights, changes, gradients, masks, transposed, derivatives, deltas, factors;
+    std::vector<float*> output_rows;
+    std::vector<float*> factor_rows;
+  };
+
+  void Allocate(size_t l);
+  void AllocateForTraining(size_t l);
+  void SetRows(std::span<const int32_t> patterns);
+  kernels::GroupStep Step(bool begins, bool ends) const;
+  Layer& RecordOf(size_t l) { return m_network.layers[l + 1]; }
+
+  Network& m_network;
+  Use m_use;
+  size_t m_batch = 1;
+  size_t m_count = 0;     // patterns of the batch under way
+  size_t m_last = 0;      // the place of the pattern whose derivatives Publish gives
+  size_t m_last_deltas = 0;
+  bool m_descending = false;
+  kernels::NetworkPanels m_panels;
+  std::array<LayerMemory, kernels::kMostComputedLayers> m_memory;
+  Floats m_nets;
+  std::vector<float*> m_input_rows;
+  std::vector<float*> m_target_rows;
+};
+
+}  // namespace tarn
