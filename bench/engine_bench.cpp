@@ -1,149 +1,116 @@
+#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <cstddef>
 #include <cstdint>
-#include <numeric>
+#include <functional>
+#include <limits>
 #include <stdexcept>
+#include <string>
 
-#include "base/random.h"
-#include "engine/forward.h"
+#include "base/clock.h"
+#include "base/temp_file.h"
+#include "engine/monitors.h"
 #include "engine/network.h"
-#include "engine/weight_update.h"
+#include "engine/packed_network.h"
+#include "engine/recall_run.h"
+#include "engine/training_run.h"
+#include "reference/plain_loops.h"
+#include "workloads.h"
 
-namespace tarn {
+// Whole iterations of training and whole passes of recall, each by name
+//   training/WHO/NETWORK/GROUP   and   recall/WHO/NETWORK
+// WHO: plain, the loops that define the results; tarn, the program's own run; tarn-N, on N
+// threads. Figures are connections x patterns per second.
+
+namespace tarn::bench {
 namespace {
 
-constexpr int32_t kPatterns = 100;
+void CountConnections(benchmark::State& state, const Network& network, int64_t passes) {
+  state.counters["connections"] =
+      benchmark::Counter(static_cast<double>(passes) * network.nPats *
+                             static_cast<double>(ConnectionCount(network)),
+                         benchmark::Counter::kIsRate);
+}
 
-// A 3-layer sigmoid network with random weights and data.
-Network BenchNetwork(const benchmark::State& state) {
-  Network network;
-  network.nLayers = 3;
-  for (size_t l = 0; l < 3; ++l) {
-    network.layers[l].nUnits = static_cast<int32_t>(state.range(l));
-    network.layers[l].TransFunc = kSigmoid;
+void PlainTraining(benchmark::State& state, const Workload& workload, int32_t group) {
+  Network network = MakeNetwork(workload);
+  reference::GradientSums sums;
+  MonitorSums<double> monitors;
+  for (auto _ : state) {
+    for (int32_t p = 0; p < network.nTrain; ++p) {
+      if (p % group == 0) reference::ClearGradients(network, sums);
+      reference::ForwardWithDerivatives(network, p);
+      reference::Backpropagate(network, p);
+      reference::AccumulateGradients(network, sums, p);
+      const auto row = static_cast<size_t>(p);
+      monitors.Add(network.targets.Row(row), OutputLayer(network).activations.Row(row), 0);
+      if ((p + 1) % group == 0) reference::UpdateWeights(network, sums);
+    }
+    benchmark::DoNotOptimize(Correlation(monitors, network.nTrain));
   }
-  network.nPats = kPatterns;
-  network.nTrain = kPatterns;
-  network.train_list.resize(kPatterns);
-  std::iota(network.train_list.begin(), network.train_list.end(), 0);
-  // So small that the weights stay near their start, however long the benchmark runs.
-  network.Eta = 1e-4F;
-  network.Alpha = 0.5F;
-  if (!AllocateArrays(network).ok()) throw std::runtime_error("no memory for the network");
-  InitializeRandomWeights(network, 1);
-  Random random(2);
-  for (Matrix* matrix : {&network.layers[0].activations, &network.targets}) {
-    for (float& value : matrix->All()) {
-      value = 0.15F + 0.7F * static_cast<float>(random.Next()) / 32767.0F;
+  CountConnections(state, network, state.iterations());
+}
+
+void TarnTraining(benchmark::State& state, const Workload& workload, int32_t group) {
+  Network network = MakeNetwork(workload);
+  network.WeightRate = group;
+  // Enough iterations at a time that starting and packing do not count.
+  const int64_t pass = ConnectionCount(network) * workload.patterns;
+  const auto iterations = static_cast<int32_t>(std::max<int64_t>(50000000 / pass, 3));
+  const Clock& clock = SteadyClock();
+  TrainingObserver observer;
+  TempFile history;
+  TrainingRun run(network, clock, observer, history.path());
+  for (auto _ : state) {
+    network.MaxIterations = network.iteration + iterations;
+    if (!run.Start().ok()) throw std::runtime_error("no memory for the run");
+    run.RunFor(std::numeric_limits<int32_t>::max());
+  }
+  CountConnections(state, network, state.iterations() * iterations);
+}
+
+void PlainRecall(benchmark::State& state, const Workload& workload) {
+  Network network = MakeNetwork(workload);
+  for (auto _ : state) {
+    for (int32_t p = 0; p < network.nPats; ++p) reference::Forward(network, p);
+    benchmark::ClobberMemory();
+  }
+  CountConnections(state, network, state.iterations());
+}
+
+void TarnRecall(benchmark::State& state, const Workload& workload) {
+  Network network = MakeNetwork(workload);
+  for (auto _ : state) {
+    if (!RunRecall(network).ok()) throw std::runtime_error("no memory for the run");
+  }
+  CountConnections(state, network, state.iterations());
+}
+
+using Training = void (*)(benchmark::State&, const Workload&, int32_t);
+using Recall = void (*)(benchmark::State&, const Workload&);
+
+bool Register() {
+  for (const Workload& workload : kWorkloads) {
+    for (const auto& [who, training] :
+         {std::pair<const char*, Training>("plain", PlainTraining), {"tarn", TarnTraining}}) {
+      for (const bool all : {false, true}) {
+        const std::string name = std::string("training/") + who + "/" + workload.Name();
+        benchmark::RegisterBenchmark((name + (all ? "/all" : "/1")).c_str(),
+                                     [=](benchmark::State& state) {
+                                       training(state, workload, all ? workload.patterns : 1);
+                                     });
+      }
+    }
+    for (const auto& [who, recall] :
+         {std::pair<const char*, Recall>("plain", PlainRecall), {"tarn", TarnRecall}}) {
+      const std::string name = std::string("recall/") + who + "/" + workload.Name();
+      benchmark::RegisterBenchmark(name.c_str(),
+                                   [=](benchmark::State& state) { recall(state, workload); });
     }
   }
-  return network;
+  return true;
 }
 
-// Reported as items per second: connections x patterns.
-void CountConnections(benchmark::State& state, const Network& network, int32_t patterns) {
-  state.SetItemsProcessed(state.iterations() * patterns * ConnectionCount(network));
-}
-
-void BenchForward(benchmark::State& state) {
-  Network network = BenchNetwork(state);
-  for (auto _ : state) {
-    for (int32_t p = 0; p < kPatterns; ++p) Forward(network, p);
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, kPatterns);
-}
-
-void BenchForwardWithDerivatives(benchmark::State& state) {
-  Network network = BenchNetwork(state);
-  for (auto _ : state) {
-    for (int32_t p = 0; p < kPatterns; ++p) ForwardWithDerivatives(network, p);
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, kPatterns);
-}
-
-void BenchBackpropagate(benchmark::State& state) {
-  Network network = BenchNetwork(state);
-  for (int32_t p = 0; p < kPatterns; ++p) ForwardWithDerivatives(network, p);
-  for (auto _ : state) {
-    for (int32_t p = 0; p < kPatterns; ++p) Backpropagate(network, p);
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, kPatterns);
-}
-
-void BenchAccumulateGradients(benchmark::State& state) {
-  Network network = BenchNetwork(state);
-  ForwardWithDerivatives(network, 0);
-  Backpropagate(network, 0);
-  for (auto _ : state) {
-    ClearGradients(network);
-    for (int32_t p = 0; p < kPatterns; ++p) AccumulateGradients(network, p);
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, kPatterns);
-}
-
-void UpdateWeightsOf(benchmark::State& state, bool fully_connected) {
-  Network network = BenchNetwork(state);
-  network.fully_connected = fully_connected;
-  ForwardWithDerivatives(network, 0);
-  Backpropagate(network, 0);
-  ClearGradients(network);
-  AccumulateGradients(network, 0);
-  for (auto _ : state) {
-    UpdateWeights(network);
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, 1);
-}
-
-void BenchUpdateWeights(benchmark::State& state) {
-  UpdateWeightsOf(state, true);
-}
-
-void BenchUpdateWeightsMasked(benchmark::State& state) {
-  UpdateWeightsOf(state, false);
-}
-
-// A pass over the training list, in groups of the last argument.
-void BenchIteration(benchmark::State& state) {
-  Network network = BenchNetwork(state);
-  const int32_t group = static_cast<int32_t>(state.range(3));
-  for (auto _ : state) {
-    for (int32_t p = 0; p < kPatterns; ++p) {
-      if (p % group == 0) ClearGradients(network);
-      ForwardWithDerivatives(network, p);
-      Backpropagate(network, p);
-      AccumulateGradients(network, p);
-      if ((p + 1) % group == 0) UpdateWeights(network);
-    }
-    benchmark::ClobberMemory();
-  }
-  CountConnections(state, network, kPatterns);
-}
-
-void Networks(benchmark::internal::Benchmark* bench) {
-  bench->ArgNames({"in", "hidden", "out"});
-  bench->Args({2, 2, 1})->Args({4, 8, 3})->Args({16, 32, 8})->Args({64, 128, 10});
-}
-
-void NetworksAndGroups(benchmark::internal::Benchmark* bench) {
-  bench->ArgNames({"in", "hidden", "out", "group"});
-  for (int64_t group : {1, kPatterns}) {
-    bench->Args({2, 2, 1, group})->Args({4, 8, 3, group});
-    bench->Args({16, 32, 8, group})->Args({64, 128, 10, group});
-  }
-}
-
-BENCHMARK(BenchForward)->Apply(Networks);
-BENCHMARK(BenchForwardWithDerivatives)->Apply(Networks);
-BENCHMARK(BenchBackpropagate)->Apply(Networks);
-BENCHMARK(BenchAccumulateGradients)->Apply(Networks);
-BENCHMARK(BenchUpdateWeights)->Apply(Networks);
-BENCHMARK(BenchUpdateWeightsMasked)->Apply(Networks);
-BENCHMARK(BenchIteration)->Apply(NetworksAndGroups);
+const bool kRegistered = Register();
 
 }  // namespace
-}  // namespace tarn
+}  // namespace tarn::bench

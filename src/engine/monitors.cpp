@@ -4,21 +4,43 @@
 
 namespace tarn {
 
+namespace {
+
+template <typename Sum>
+inline void AddPattern(MonitorSums<Sum>& sums, const float* targets, const float* outputs,
+                       size_t count, float tolerance) {
+  for (size_t j = 0; j < count; ++j) {
+    const float error = targets[j] - outputs[j];
+    sums.hits += std::fabs(error) < tolerance ? 1 : 0;
+    sums.squared_error += error * error;
+    const Sum out = outputs[j];
+    const Sum wanted = targets[j];
+    sums.output_target += out * wanted;
+    sums.output += out;
+    sums.target += wanted;
+    sums.output_squared += out * out;
+    sums.target_squared += wanted * wanted;
+  }
+}
+
+}  // namespace
+
 template <typename Sum>
 void MonitorSums<Sum>::Add(std::span<const float> targets, std::span<const float> outputs,
                            float tolerance) {
-  for (size_t j = 0; j < outputs.size(); ++j) {
-    const float error = targets[j] - outputs[j];
-    if (std::fabs(error) < tolerance) ++hits;
-    squared_error += error * error;
-    const Sum out = outputs[j];
-    const Sum wanted = targets[j];
-    output_target += out * wanted;
-    output += out;
-    target += wanted;
-    output_squared += out * out;
-    target_squared += wanted * wanted;
+  AddPattern(*this, targets.data(), outputs.data(), outputs.size(), tolerance);
+}
+
+template <typename Sum>
+void MonitorSums<Sum>::AddRows(const Matrix& targets, const Matrix& outputs,
+                               std::span<const int32_t> rows, float tolerance) {
+  // The sums stay in registers: through memory, each step would wait for the store before it.
+  MonitorSums sums = *this;
+  for (const int32_t row : rows) {
+    const auto r = static_cast<size_t>(row);
+    AddPattern(sums, targets.Row(r).data(), outputs.Row(r).data(), outputs.columns(), tolerance);
   }
+  *this = sums;
 }
 
 float EffectiveTolerance(const Network& network) {

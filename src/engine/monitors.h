@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 
+#include "engine/matrix.h"
 #include "engine/network.h"
 
 namespace tarn {
@@ -23,6 +24,9 @@ struct MonitorSums {
 
   // One pattern; `tolerance` is the effective one, hits are counted when it is above 0.
   void Add(std::span<const float> targets, std::span<const float> outputs, float tolerance);
+  // These rows of the tables, one pattern after the other.
+  void AddRows(const Matrix& targets, const Matrix& outputs, std::span<const int32_t> rows,
+               float tolerance);
 };
 
 // The tolerance in the units of the normalized targets: 0.7 / (upper - lower) * Tolerance with

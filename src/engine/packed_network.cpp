@@ -17,6 +17,16 @@ hwy::AlignedFreeUniquePtr<float[]> AlignedZeros(size_t count) {
   return floats;
 }
 
+std::vector<const float*> RowsOf(const float* table, size_t rows, size_t stride) {
+  std::vector<const float*> pointers(rows);
+  for (size_t r = 0; r < rows; ++r) pointers[r] = table + r * stride;
+  return pointers;
+}
+
+bool IsTransferCode(int32_t code) {
+  return code >= kSigmoid && code <= kSech;
+}
+
 // From a table by node, its last column the bias, to panels.
 void FillPanels(const kernels::PanelShape& shape, const Matrix& table, float* panels) {
   const size_t padded_nodes = shape.Padded(table.rows());
@@ -72,14 +82,13 @@ void PackedNetwork::Allocate(size_t l) {
   panels.padded_sources = shape.Padded(panels.sources);
   panels.padded_nodes = shape.Padded(panels.nodes);
   panels.code = RecordOf(l).TransFunc;
-  // One panel's rows may stand side by side without gaps: the transfer functions then run over
-  // many narrow rows in whole vectors.
   panels.stride = panels.padded_nodes <= shape.panel_nodes ? panels.nodes : panels.padded_nodes;
   memory.weights = AlignedZeros((panels.sources + 1) * panels.padded_nodes);
-  memory.output_rows.resize(m_batch);
+  memory.outputs = AlignedZeros(m_batch * panels.stride + shape.panel_nodes);
+  memory.output_rows = RowsOf(memory.outputs.get(), m_batch, panels.stride);
   panels.weights = memory.weights.get();
   panels.inputs = l == 0 ? m_input_rows.data() : m_memory[l - 1].output_rows.data();
-  panels.outputs = memory.output_rows.data();
+  panels.outputs = memory.outputs.get();
 }
 
 void PackedNetwork::AllocateForTraining(size_t l) {
@@ -101,10 +110,8 @@ void PackedNetwork::AllocateForTraining(size_t l) {
   panels.factors = l == 0 ? m_input_rows.data() : m_memory[l - 1].factor_rows.data();
   if (l + 1 == m_panels.layer_count) return;
   memory.factors = AlignedZeros(m_batch * panels.padded_nodes);
-  for (size_t p = 0; p < m_batch; ++p) {
-    memory.factor_rows.push_back(memory.factors.get() + p * panels.padded_nodes);
-  }
-  panels.own_factors = memory.factor_rows.data();
+  memory.factor_rows = RowsOf(memory.factors.get(), m_batch, panels.padded_nodes);
+  panels.own_factors = memory.factors.get();
 }
 
 void PackedNetwork::Pack() {
@@ -154,30 +161,55 @@ void PackedNetwork::Publish() {
   }
 }
 
-void PackedNetwork::SetRows(std::span<const int32_t> patterns) {
+void PackedNetwork::Begin(std::span<const int32_t> patterns) {
   m_count = patterns.size();
-  const auto fill = [&](std::vector<float*>& rows, Matrix& table) {
-    float* const base = table.All().data();
+  const auto point = [&](std::vector<const float*>& rows, const Matrix& table) {
+    const float* const base = table.All().data();
     const size_t columns = table.columns();
     for (size_t p = 0; p < patterns.size(); ++p) {
       rows[p] = base + static_cast<size_t>(patterns[p]) * columns;
     }
   };
-  fill(m_input_rows, m_network.layers[0].activations);
+  point(m_input_rows, m_network.layers[0].activations);
+  if (m_use == Use::kTraining) point(m_target_rows, m_network.targets);
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
-    fill(m_memory[l].output_rows, RecordOf(l).activations);
+    const kernels::LayerPanels& panels = m_panels.layers[l];
+    if (IsTransferCode(panels.code)) continue;
+    for (size_t p = 0; p < patterns.size(); ++p) {
+      std::ranges::copy(RecordOf(l).activations.Row(static_cast<size_t>(patterns[p])),
+                        panels.outputs + p * panels.stride);
+    }
   }
-  if (m_use == Use::kTraining) fill(m_target_rows, m_network.targets);
+}
+
+void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns) {
+  const auto first = static_cast<size_t>(patterns.front());
+  // Lists ascend: then nothing is left out between them.
+  const bool adjacent = static_cast<size_t>(patterns.back()) - first == patterns.size() - 1;
+  for (size_t l = 0; l < m_panels.layer_count; ++l) {
+    const kernels::LayerPanels& panels = m_panels.layers[l];
+    Matrix& record = RecordOf(l).activations;
+    if (adjacent && panels.stride == panels.nodes) {
+      std::copy_n(panels.outputs, patterns.size() * panels.nodes, record.Row(first).data());
+      continue;
+    }
+    for (size_t p = 0; p < patterns.size(); ++p) {
+      std::copy_n(panels.outputs + p * panels.stride, panels.nodes,
+                  record.Row(static_cast<size_t>(patterns[p])).data());
+    }
+  }
 }
 
 void PackedNetwork::Forward(std::span<const int32_t> patterns) {
-  SetRows(patterns);
+  Begin(patterns);
   kernels::Forward(m_panels, 0, m_count, false, m_panels.nets);
+  StoreOutputs(patterns);
 }
 
 void PackedNetwork::ForwardWithDerivatives(std::span<const int32_t> patterns) {
-  SetRows(patterns);
+  Begin(patterns);
   kernels::Forward(m_panels, 0, m_count, true, m_panels.nets);
+  StoreOutputs(patterns);
   m_last = m_count - 1;
 }
 
@@ -204,9 +236,11 @@ void PackedNetwork::Update() {
 
 void PackedNetwork::UpdateAndForward(int32_t next_pattern) {
   const float* const previous_input = m_input_rows[0];
-  SetRows(std::span(&next_pattern, 1));
+  const std::span next(&next_pattern, 1);
+  Begin(next);
   kernels::UpdateAndForward(m_panels, previous_input, {m_network.Alpha, m_network.Eta},
                             m_descending);
+  StoreOutputs(next);
   m_descending = !m_descending;
   m_last = 0;
 }

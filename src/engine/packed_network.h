@@ -74,14 +74,16 @@ class PackedNetwork {
 
   // What LayerPanels of the same layer points to.
   struct LayerMemory {
-    Floats weights, changes, gradients, masks, transposed, derivatives, deltas, factors;
-    std::vector<float*> output_rows;
-    std::vector<float*> factor_rows;
+    Floats weights, changes, gradients, masks, transposed;
+    Floats outputs, derivatives, deltas, factors;
+    std::vector<const float*> output_rows;
+    std::vector<const float*> factor_rows;
   };
 
   void Allocate(size_t l);
   void AllocateForTraining(size_t l);
-  void SetRows(std::span<const int32_t> patterns);
+  void Begin(std::span<const int32_t> patterns);
+  void StoreOutputs(std::span<const int32_t> patterns);
   kernels::GroupStep Step(bool begins, bool ends) const;
   Layer& RecordOf(size_t l) { return m_network.layers[l + 1]; }
 
@@ -95,8 +97,8 @@ class PackedNetwork {
   kernels::NetworkPanels m_panels;
   std::array<LayerMemory, kernels::kMostComputedLayers> m_memory;
   Floats m_nets;
-  std::vector<float*> m_input_rows;
-  std::vector<float*> m_target_rows;
+  std::vector<const float*> m_input_rows;
+  std::vector<const float*> m_target_rows;
 };
 
 }  // namespace tarn

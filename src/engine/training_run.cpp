@@ -236,18 +236,10 @@ void TrainingRun::Backward() {
   if (m_in_group + m_batch < m_group) m_packed->AddGradients(m_in_group == 0);
   m_published = false;
   m_work += m_connections * m_batch;
-  AddMonitors(Batch());
+  m_sums.AddRows(m_network.targets, OutputLayer(m_network).activations, Batch(), m_tolerance);
   m_in_group += m_batch;
   m_cursor += m_batch - 1;
   if (m_cursor == m_network.nTrain - 1) EndPass();
-}
-
-void TrainingRun::AddMonitors(std::span<const int32_t> patterns) {
-  const Matrix& outputs = OutputLayer(m_network).activations;
-  for (const int32_t pattern : patterns) {
-    const auto row = static_cast<size_t>(pattern);
-    m_sums.Add(m_network.targets.Row(row), outputs.Row(row), m_tolerance);
-  }
 }
 
 void TrainingRun::EndPass() {
@@ -330,11 +322,7 @@ TrainingRun::Stage TrainingRun::TestPattern() {
           .subspan(static_cast<size_t>(m_test_position), static_cast<size_t>(count));
   m_packed->Forward(patterns);
   m_work += m_connections * count;
-  for (const int32_t pattern : patterns) {
-    const auto row = static_cast<size_t>(pattern);
-    m_test_sums.Add(network.targets.Row(row), OutputLayer(network).activations.Row(row),
-                    m_tolerance);
-  }
+  m_test_sums.AddRows(network.targets, OutputLayer(network).activations, patterns, m_tolerance);
   m_test_position += count;
   if (m_test_position < network.testPats) return Stage::kTestPattern;
   const int64_t n = OutputValues(network, network.testPats);

@@ -124,7 +124,6 @@ class TrainingRun {
   void Refresh();
   void AutoSave();
 
-  void AddMonitors(std::span<const int32_t> patterns);
   void EndPass();
   int32_t BatchOf(int32_t patterns) const;
   std::span<const int32_t> Batch() const;

@@ -16,6 +16,13 @@ namespace {
 constexpr double kLargest = 711.0;
 constexpr double kSmallest = -746.0;
 
+// (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2, a Chebyshev fit by ascending powers.
+constexpr std::array<double, 11> kQ = {
+    0x1.0000000000000p-1,  0x1.5555555555557p-3,  0x1.5555555555556p-5,  0x1.11111111100cep-7,
+    0x1.6c16c16c162ccp-10, 0x1.a01a01abef415p-13, 0x1.a01a01a6dcaffp-16, 0x1.71de021a90822p-19,
+    0x1.27e4db57442fbp-22, 0x1.af4e196027428p-26, 0x1.1f731ea5352cap-29};
+constexpr uint64_t kExponentBias = 1023;
+
 // The polynomials go in pairs, not in one chain: each step of a chain waits for the one before.
 double Polynomial(const std::array<double, 7>& c, double y) {
   const double y2 = y * y;

@@ -4,10 +4,14 @@
 // one of the hyperbolic sine and its negative. Included once for every target.
 //
 // The exponential rests on the reduction
-//   x = n ln 2 + r,  n = x / ln 2 to the nearest integer,  |r| <= ln 2 / 2,
+//   x = n / 8 ln 2 + r,  n = 8 x / ln 2 to the nearest integer,  |r| <= ln 2 / 16,
 // with ln 2 in two parts, the high one short enough that n times it is exact, and on
-//   e^r = 1 + (r + r^2 q(r)),  e^x = 2^n e^r,
-// q a polynomial of degree 10, off by less than 2^-61.
+//   e^x = 2^(n/8) + 2^(n/8) (r + r^2 p(r)),
+// p a polynomial of degree 5 and the eighths of 2^(n/8) from a table. The hyperbolic functions
+// are, with H = e^|x| / 2 and the sign of x where it matters,
+//   sinh x = H - 1 / (4 H), below 1: x + x^3 S(x^2)
+//   cosh x = H + 1 / (4 H)
+//   tanh x = 1 - 2 / (e^(2|x|) + 1), below 0.55: x + x^3 T(x^2)
 
 #if defined(TARN_ENGINE_KERNELS_EXPONENTIAL_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef TARN_ENGINE_KERNELS_EXPONENTIAL_INL_H_
@@ -22,6 +26,7 @@
 #include <hwy/highway.h>
 
 #include "engine/kernels/exponential_constants.h"
+#include "engine/kernels/tiles-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace tarn::kernels::HWY_NAMESPACE {
@@ -34,6 +39,18 @@ using DoubleVector = hn::Vec<DoubleTag>;
 // Half the result exists past the upper one, too.
 constexpr double kLargestOfFloats = 100.0;
 constexpr double kSmallestOfFloats = -110.0;
+
+// The bits of 2^(j/8), less j eighths in the exponent: where n = 8 k + j eighths are added to it,
+// 2^(n/8) stands.
+constexpr int kTableBits = 3;
+alignas(64) constexpr std::array<int64_t, 1 << kTableBits> kEighthPowers = {
+    0x3ff0000000000000, 0x3fef72b83c7d517b, 0x3fef06fe0a31b715, 0x3feebfdad5362a27,
+    0x3feea09e667f3bcd, 0x3feeace5422aa0db, 0x3feee89f995ad3ad, 0x3fef5818dcfba487};
+
+// (e^r - 1 - r) / r^2 on |r| <= ln 2 / 16, a Chebyshev fit off by less than 2^-56 of e^r.
+constexpr std::array<double, 6> kP = {
+    0x1.000000000002ep-1, 0x1.555555555556ap-3, 0x1.5555554e93acap-5,
+    0x1.1111110e10556p-7, 0x1.6c1b7131a0993p-10, 0x1.a01e2c15a33f3p-13};
 
 // Pairs, not one chain. Products and sums are fused where the machine can: the float results
 // are the same with and without, which the test over all float arguments proves.
@@ -63,24 +80,69 @@ HWY_INLINE DoubleVector Polynomial(const std::array<double, 11>& c, DoubleVector
   return hn::MulAdd(c810, y8, hn::MulAdd(c47, y4, c03));
 }
 
-// 2^shift e^x. A NaN passes: the limits come first, so that they give way to it.
-template <int64_t kShift>
-HWY_INLINE DoubleVector ScaledExp(DoubleVector argument) {
+// The powers whose index stands in the low bits of `eighths`.
+HWY_INLINE hn::Vec<hn::RebindToSigned<DoubleTag>> LookUpPowers(
+    hn::Vec<hn::RebindToSigned<DoubleTag>> eighths) {
+  const hn::RebindToSigned<DoubleTag> di;
+  const auto index = hn::And(eighths, hn::Set(di, (int64_t{1} << kTableBits) - 1));
+#if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
+  return hn::TableLookupLanes(hn::Load(di, kEighthPowers.data()), hn::IndicesFromVec(di, index));
+#else
+  return hn::GatherIndex(di, kEighthPowers.data(), index);
+#endif
+}
+
+// 2^kShift e^x of kVectors vectors, each step for all of them before the next: one after the
+// other, the chains of steps do not fit into what a processor looks ahead. A NaN passes: the
+// limits come first, so that they give way to it.
+template <int64_t kShift, size_t kVectors>
+HWY_INLINE void ScaledExp(DoubleVector (&x)[kVectors]) {
   const DoubleTag d;
   const hn::RebindToSigned<DoubleTag> di;
-  const DoubleVector x = hn::Max(hn::Set(d, kSmallestOfFloats),
-                                 hn::Min(hn::Set(d, kLargestOfFloats), argument));
+  constexpr double kEighths = 1 << kTableBits;
   const DoubleVector rounder = hn::Set(d, kRounder);
-  const DoubleVector rounded = hn::MulAdd(x, hn::Set(d, kOneOverLn2), rounder);
-  const DoubleVector n = hn::Sub(rounded, rounder);
-  const DoubleVector high = hn::NegMulAdd(n, hn::Set(d, kLn2High), x);
-  const DoubleVector low = hn::Mul(n, hn::Set(d, kLn2Low));
-  const DoubleVector r = hn::Sub(high, low);
-  const DoubleVector small = hn::MulSub(hn::Mul(r, r), Polynomial(kQ, r), low);
-  const DoubleVector power = hn::Add(hn::Set(d, 1.0), hn::Add(high, small));
-  // The integer stands in the low bits of `rounded`; the shift drops all others.
-  const auto biased = hn::Add(hn::BitCast(di, rounded), hn::Set(di, kShift + kExponentBias));
-  return hn::Mul(power, hn::BitCast(d, hn::ShiftLeft<kMantissaBits>(biased)));
+  DoubleVector rounded[kVectors], n[kVectors], r[kVectors], y[kVectors];
+  DoubleVector low[kVectors], middle[kVectors], high[kVectors];
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    x[k] = hn::Min(hn::Set(d, kLargestOfFloats), x[k]);
+    x[k] = hn::Max(hn::Set(d, kSmallestOfFloats), x[k]);
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    rounded[k] = hn::MulAdd(x[k], hn::Set(d, kEighths * kOneOverLn2), rounder);
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) n[k] = hn::Sub(rounded[k], rounder);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    r[k] = hn::NegMulAdd(n[k], hn::Set(d, kLn2High / kEighths), x[k]);
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    r[k] = hn::NegMulAdd(n[k], hn::Set(d, kLn2Low / kEighths), r[k]);
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) y[k] = hn::Mul(r[k], r[k]);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    low[k] = hn::MulAdd(hn::Set(d, kP[1]), r[k], hn::Set(d, kP[0]));
+    middle[k] = hn::MulAdd(hn::Set(d, kP[3]), r[k], hn::Set(d, kP[2]));
+    high[k] = hn::MulAdd(hn::Set(d, kP[5]), r[k], hn::Set(d, kP[4]));
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    middle[k] = hn::MulAdd(high[k], y[k], middle[k]);
+  }
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) low[k] = hn::MulAdd(middle[k], y[k], low[k]);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) low[k] = hn::MulAdd(low[k], y[k], r[k]);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    const auto eighths = hn::BitCast(di, rounded[k]);
+    auto bits = hn::Add(LookUpPowers(eighths),
+                        hn::ShiftLeft<kMantissaBits - kTableBits>(eighths));
+    if constexpr (kShift != 0) bits = hn::Add(bits, hn::Set(di, kShift * (1LL << kMantissaBits)));
+    const DoubleVector power = hn::BitCast(d, bits);
+    x[k] = hn::MulAdd(power, low[k], power);
+  }
+}
+
+template <int64_t kShift>
+HWY_INLINE DoubleVector ScaledExp(DoubleVector x) {
+  DoubleVector one[1] = {x};
+  ScaledExp<kShift>(one);
+  return one[0];
 }
 
 HWY_INLINE DoubleVector VectorExp(DoubleVector x) {

@@ -16,14 +16,9 @@ inline constexpr double kLn2Low = 0x1.9ef35793c7673p-41;
 // 1.5 * 2^52: a number added to it is rounded to an integer that stands in the low bits.
 inline constexpr double kRounder = 0x1.8p52;
 
-inline constexpr int64_t kExponentBias = 1023;
 inline constexpr int kMantissaBits = 52;
 
-// Coefficients by ascending powers, Chebyshev fits: (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2,
-inline constexpr std::array<double, 11> kQ = {
-    0x1.0000000000000p-1,  0x1.5555555555557p-3,  0x1.5555555555556p-5,  0x1.11111111100cep-7,
-    0x1.6c16c16c162ccp-10, 0x1.a01a01abef415p-13, 0x1.a01a01a6dcaffp-16, 0x1.71de021a90822p-19,
-    0x1.27e4db57442fbp-22, 0x1.af4e196027428p-26, 0x1.1f731ea5352cap-29};
+// Coefficients by ascending powers, Chebyshev fits:
 // (sinh x - x) / x^3 in y = x^2 up to 1,
 inline constexpr double kSinhSeriesEnd = 1.0;
 inline constexpr std::array<double, 7> kS = {

@@ -23,7 +23,6 @@ struct PanelShape {
 };
 
 // Rows of floats that lie anywhere, one for each pattern of a batch.
-using Rows = float* const*;
 using ConstRows = const float* const*;
 
 // One computed layer as the kernels see it; nothing is owned. "Padded" counts are whole vectors.
@@ -43,14 +42,15 @@ struct LayerPanels {
   // first computed layer, below which there are none.
   float* transposed = nullptr;
 
-  // By pattern of the batch.
+  // By pattern of the batch. Rows of a layer of one panel stand side by side without gaps: the
+  // transfer function runs over many narrow rows in whole vectors. Others are padded.
+  size_t stride = 0;             // of nets, outputs and derivatives: nodes or padded_nodes
   ConstRows inputs = nullptr;    // outputs of the layer below
-  Rows outputs = nullptr;        // nodes floats each
-  ConstRows factors = nullptr;   // what the deltas are multiplied with: inputs + FAST-Prop term
-  size_t stride = 0;             // of derivatives: nodes, or padded_nodes past one panel
-  float* derivatives = nullptr;  // batch x stride, and a vector of room
+  float* outputs = nullptr;      // batch x stride, and a panel of room
+  float* derivatives = nullptr;  // likewise
   float* deltas = nullptr;       // batch x padded_nodes
-  Rows own_factors = nullptr;    // those of the layer above, padded_nodes each; null at the top
+  ConstRows factors = nullptr;   // what the deltas are multiplied with: inputs + FAST-Prop term
+  float* own_factors = nullptr;  // those of the layer above, batch x padded_nodes; null at the top
 };
 
 inline constexpr size_t kMostComputedLayers = 9;

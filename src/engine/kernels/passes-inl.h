@@ -54,22 +54,11 @@ HWY_INLINE void NegatedNetsTile(const float* panel, size_t sources, ConstRows in
   }
 }
 
-// Transfer functions over the rows of a batch, as many rows at once as lie next to each other
-// on both sides.
 HWY_INLINE void TransferRows(const LayerPanels& layer, const float* nets, size_t first,
                              size_t count, bool derivatives) {
-  const bool packed = layer.stride == layer.nodes;
-  for (size_t p = 0; p < count;) {
-    float* const output = layer.outputs[first + p];
-    size_t rows = 1;
-    while (packed && p + rows < count &&
-           layer.outputs[first + p + rows] == output + rows * layer.nodes) {
-      ++rows;
-    }
-    TransferNodes(layer.code, nets + p * layer.stride, rows * layer.nodes, output,
-                  derivatives ? layer.derivatives + (first + p) * layer.stride : nullptr);
-    p += rows;
-  }
+  const size_t at = first * layer.stride;
+  TransferVectors(layer.code, nets, count * layer.stride, layer.outputs + at,
+                  derivatives ? layer.derivatives + at : nullptr);
 }
 
 HWY_INLINE void NegatedNets(const PanelShape& shape, const LayerPanels& layer, size_t first,
@@ -102,7 +91,8 @@ HWY_INLINE void OwnFactors(const LayerPanels& layer, size_t p, float fast_prop) 
   const float* const deltas = layer.deltas + p * layer.padded_nodes;
   for (size_t n = 0; n < layer.padded_nodes; n += lanes) {
     const FloatVector own = hn::Mul(coefficient, hn::Load(d, deltas + n));
-    hn::Store(hn::Add(own, hn::LoadU(d, layer.outputs[p] + n)), d, layer.own_factors[p] + n);
+    const FloatVector output = hn::LoadU(d, layer.outputs + p * layer.stride + n);
+    hn::Store(hn::Add(own, output), d, layer.own_factors + p * layer.padded_nodes + n);
   }
 }
 
@@ -110,9 +100,9 @@ HWY_INLINE void OutputDeltas(const LayerPanels& layer, size_t p, const float* ta
   const FloatTag d;
   const size_t lanes = hn::Lanes(d);
   for (size_t n = 0; n < layer.padded_nodes; n += lanes) {
-    const FloatVector error =
-        hn::Sub(hn::LoadU(d, targets + n), hn::LoadU(d, layer.outputs[p] + n));
-    const FloatVector derivative = hn::LoadU(d, layer.derivatives + p * layer.stride + n);
+    const size_t at = p * layer.stride + n;
+    const FloatVector error = hn::Sub(hn::LoadU(d, targets + n), hn::LoadU(d, layer.outputs + at));
+    const FloatVector derivative = hn::LoadU(d, layer.derivatives + at);
     hn::Store(hn::Mul(error, derivative), d, layer.deltas + p * layer.padded_nodes + n);
   }
 }

@@ -13,114 +13,175 @@
 #include <hwy/highway.h>
 
 #include "engine/kernels/exponential-inl.h"
+#include "engine/kernels/tiles-inl.h"
 #include "engine/network.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace tarn::kernels::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// As many floats as a vector holds doubles: what the functions are computed in.
-using HalfTag = hn::Rebind<float, DoubleTag>;
-using HalfVector = hn::Vec<HalfTag>;
-
-struct NodeResults {
-  HalfVector y;
-  HalfVector derivative;
-};
-
+// A function of vectors of doubles over one of floats.
 template <typename Function>
-HWY_INLINE HalfVector InDouble(Function function, HalfVector x) {
-  return hn::DemoteTo(HalfTag(), function(hn::PromoteTo(DoubleTag(), x)));
+HWY_INLINE FloatVector InDouble(Function function, FloatVector x) {
+  const DoubleTag dd;
+#if HWY_TARGET == HWY_SCALAR
+  return hn::DemoteTo(FloatTag(), function(hn::PromoteTo(dd, x)));
+#else
+  const hn::Half<FloatTag> half;
+  const auto lower = hn::DemoteTo(half, function(hn::PromoteTo(dd, hn::LowerHalf(half, x))));
+  const auto upper = hn::DemoteTo(half, function(hn::PromoteTo(dd, hn::UpperHalf(half, x))));
+  return hn::Combine(FloatTag(), upper, lower);
+#endif
 }
 
-// Each function is a type, so that the loop over the nodes is compiled for it alone.
+// e^x, rounded to float once.
+template <size_t kVectors>
+HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
+  const DoubleTag dd;
+#if HWY_TARGET == HWY_SCALAR
+  DoubleVector wide[kVectors];
+  for (size_t k = 0; k < kVectors; ++k) wide[k] = hn::PromoteTo(dd, x[k]);
+  ScaledExp<0>(wide);
+  for (size_t k = 0; k < kVectors; ++k) x[k] = hn::DemoteTo(FloatTag(), wide[k]);
+#else
+  const hn::Half<FloatTag> half;
+  DoubleVector wide[2 * kVectors];
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    wide[2 * k] = hn::PromoteTo(dd, hn::LowerHalf(half, x[k]));
+    wide[2 * k + 1] = hn::PromoteTo(dd, hn::UpperHalf(half, x[k]));
+  }
+  ScaledExp<0>(wide);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    x[k] = hn::Combine(FloatTag(), hn::DemoteTo(half, wide[2 * k + 1]),
+                       hn::DemoteTo(half, wide[2 * k]));
+  }
+#endif
+}
+
+// Each function is a type, so that the loop over the nodes is compiled for it alone: x becomes
+// y, and the derivative is given.
 struct SigmoidFunction {
-  HWY_INLINE NodeResults operator()(HalfVector x, bool derivative) const {
-    const HalfVector one = hn::Set(HalfTag(), 1.0F);
-    const HalfVector e = InDouble([](DoubleVector v) HWY_ATTR { return VectorExp(v); }, x);
-    const HalfVector y = hn::Div(one, hn::Add(e, one));
-    return {y, derivative ? hn::Mul(hn::Sub(one, y), y) : y};
+  template <size_t kVectors>
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+    const FloatVector one = hn::Set(FloatTag(), 1.0F);
+    ExpOf(x);
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::Div(one, hn::Add(x[k], one));
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      derivative[k] = hn::Mul(hn::Sub(one, x[k]), x[k]);
+    }
   }
 };
 
 struct GaussianFunction {
-  HWY_INLINE NodeResults operator()(HalfVector x, bool derivative) const {
-    const HalfTag d;
-    const HalfVector minus_square = hn::Neg(hn::Mul(x, x));
-    const HalfVector y =
-        InDouble([](DoubleVector v) HWY_ATTR { return VectorExp(v); }, minus_square);
-    if (!derivative) return {y, y};
-    // x may be so large that x * 2 is infinite.
-    const HalfVector slope = hn::Mul(hn::Mul(x, hn::Set(d, 2.0F)), y);
-    return {y, hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), slope)};
+  template <size_t kVectors>
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+    const FloatTag d;
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      derivative[k] = hn::Mul(x[k], hn::Set(d, 2.0F));
+      x[k] = hn::Neg(hn::Mul(x[k], x[k]));
+    }
+    ExpOf(x);
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      // x may be so large that x * 2 is infinite.
+      derivative[k] = hn::IfThenZeroElse(hn::Eq(x[k], hn::Zero(d)), hn::Mul(derivative[k], x[k]));
+    }
   }
 };
 
 struct TanhFunction {
-  HWY_INLINE NodeResults operator()(HalfVector x, bool derivative) const {
-    const HalfVector one = hn::Set(HalfTag(), 1.0F);
-    const HalfVector half = hn::Set(HalfTag(), 0.5F);
-    const HalfVector t =
-        InDouble([](DoubleVector v) HWY_ATTR { return VectorTanh(v); }, hn::Neg(x));
-    const HalfVector y = hn::Mul(hn::Add(t, one), half);
-    return {y, derivative ? hn::Mul(hn::Sub(one, hn::Mul(t, t)), half) : y};
+  template <size_t kVectors>
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+    const FloatVector one = hn::Set(FloatTag(), 1.0F);
+    const FloatVector half = hn::Set(FloatTag(), 0.5F);
+    for (size_t k = 0; k < kVectors; ++k) {
+      const FloatVector t =
+          InDouble([](DoubleVector v) HWY_ATTR { return VectorTanh(v); }, hn::Neg(x[k]));
+      x[k] = hn::Mul(hn::Add(t, one), half);
+      derivative[k] = hn::Mul(hn::Sub(one, hn::Mul(t, t)), half);
+    }
   }
 };
 
 struct SechFunction {
-  HWY_INLINE NodeResults operator()(HalfVector x, bool derivative) const {
-    const HalfTag d;
-    const HalfVector c = InDouble([](DoubleVector v) HWY_ATTR { return VectorCosh(v); }, x);
-    const HalfVector y = hn::Div(hn::Set(d, 1.0F), c);
-    if (!derivative) return {y, y};
-    const HalfVector s =
-        InDouble([](DoubleVector v) HWY_ATTR { return VectorSinh(v); }, hn::Neg(x));
-    // s is infinite where y is 0.
-    const HalfVector slope = hn::Mul(hn::Mul(hn::Neg(s), y), y);
-    return {y, hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), slope)};
+  template <size_t kVectors>
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+    const FloatTag d;
+    for (size_t k = 0; k < kVectors; ++k) {
+      const FloatVector c = InDouble([](DoubleVector v) HWY_ATTR { return VectorCosh(v); }, x[k]);
+      const FloatVector s =
+          InDouble([](DoubleVector v) HWY_ATTR { return VectorSinh(v); }, hn::Neg(x[k]));
+      const FloatVector y = hn::Div(hn::Set(d, 1.0F), c);
+      // s is infinite where y is 0.
+      derivative[k] = hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), hn::Mul(hn::Mul(hn::Neg(s), y), y));
+      x[k] = y;
+    }
   }
 };
 
-template <typename Function>
-HWY_INLINE void ForEachNode(Function function, const float* negated_net, size_t count,
-                            float* output, float* derivative_or_null) {
-  const HalfTag d;
+template <size_t kVectors, typename Function>
+HWY_INLINE void TransferAt(Function function, const float* HWY_RESTRICT negated_net,
+                           float* HWY_RESTRICT output, float* HWY_RESTRICT derivative_or_null) {
+  const FloatTag d;
   const size_t lanes = hn::Lanes(d);
-  const bool derivative = derivative_or_null != nullptr;
-  size_t j = 0;
-  for (; j + lanes <= count; j += lanes) {
-    const NodeResults results = function(hn::LoadU(d, negated_net + j), derivative);
-    hn::StoreU(results.y, d, output + j);
-    if (derivative) hn::StoreU(results.derivative, d, derivative_or_null + j);
+  FloatVector x[kVectors];
+  FloatVector derivative[kVectors];
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::LoadU(d, negated_net + k * lanes);
+  function(x, derivative);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) hn::StoreU(x[k], d, output + k * lanes);
+  if (derivative_or_null == nullptr) return;
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+    hn::StoreU(derivative[k], d, derivative_or_null + k * lanes);
   }
-  if (j == count) return;
-  // The rest goes through whole vectors of its own: nothing past the spans is touched.
-  const size_t bytes = (count - j) * sizeof(float);
-  HWY_ALIGN float values[hn::MaxLanes(d)] = {};
-  std::memcpy(values, negated_net + j, bytes);
-  const NodeResults results = function(hn::Load(d, values), derivative);
-  hn::Store(results.y, d, values);
-  std::memcpy(output + j, values, bytes);
-  if (!derivative) return;
-  hn::Store(results.derivative, d, values);
-  std::memcpy(derivative_or_null + j, values, bytes);
+}
+
+// Whole vectors only: up to a vector's width less one past `count` is read and written.
+template <typename Function>
+HWY_INLINE void ForEachVector(Function function, const float* negated_net, size_t count,
+                              float* output, float* derivative_or_null) {
+  const size_t lanes = hn::Lanes(FloatTag());
+  const auto derivative_at = [&](size_t j) {
+    return derivative_or_null == nullptr ? nullptr : derivative_or_null + j;
+  };
+  size_t j = 0;
+  for (; j + lanes < count; j += 2 * lanes) {
+    TransferAt<2>(function, negated_net + j, output + j, derivative_at(j));
+  }
+  if (j < count) TransferAt<1>(function, negated_net + j, output + j, derivative_at(j));
 }
 
 // A null derivative is not wanted.
-HWY_INLINE void TransferNodes(int32_t code, const float* negated_net, size_t count, float* output,
-                              float* derivative_or_null) {
+HWY_INLINE void TransferVectors(int32_t code, const float* negated_net, size_t count,
+                                float* output, float* derivative_or_null) {
   switch (code) {
     case kSigmoid:
-      return ForEachNode(SigmoidFunction(), negated_net, count, output, derivative_or_null);
+      return ForEachVector(SigmoidFunction(), negated_net, count, output, derivative_or_null);
     case kGaussian:
-      return ForEachNode(GaussianFunction(), negated_net, count, output, derivative_or_null);
+      return ForEachVector(GaussianFunction(), negated_net, count, output, derivative_or_null);
     case kTanh:
-      return ForEachNode(TanhFunction(), negated_net, count, output, derivative_or_null);
+      return ForEachVector(TanhFunction(), negated_net, count, output, derivative_or_null);
     case kSech:
-      return ForEachNode(SechFunction(), negated_net, count, output, derivative_or_null);
+      return ForEachVector(SechFunction(), negated_net, count, output, derivative_or_null);
     default:
       return;
   }
+}
+
+// The same for spans of their own, with nothing past them touched.
+HWY_INLINE void TransferNodes(int32_t code, const float* negated_net, size_t count, float* output,
+                              float* derivative_or_null) {
+  const FloatTag d;
+  const size_t whole = count / hn::Lanes(d) * hn::Lanes(d);
+  TransferVectors(code, negated_net, whole, output, derivative_or_null);
+  if (whole == count || code < kSigmoid || code > kSech) return;
+  const size_t bytes = (count - whole) * sizeof(float);
+  HWY_ALIGN float x[hn::MaxLanes(d)] = {};
+  HWY_ALIGN float y[hn::MaxLanes(d)];
+  HWY_ALIGN float derivative[hn::MaxLanes(d)];
+  std::memcpy(x, negated_net + whole, bytes);
+  TransferVectors(code, x, hn::Lanes(d), y, derivative);
+  std::memcpy(output + whole, y, bytes);
+  if (derivative_or_null == nullptr) return;
+  std::memcpy(derivative_or_null + whole, derivative, bytes);
 }
 
 }  // namespace tarn::kernels::HWY_NAMESPACE
