@@ -6,9 +6,15 @@
 namespace tarn {
 namespace {
 
-// Patterns of a batch: enough to use a weight many times once it is in a register, few enough
-// that what belongs to them stays in the cache.
-constexpr size_t kPatternsOfBatch = 64;
+// Patterns of a batch for each thread: enough to use a weight many times once it is in a
+// register, few enough that what belongs to them stays in the cache; more in small networks.
+constexpr size_t kFewestOfBatch = 64;
+constexpr size_t kMostOfBatch = 256;
+constexpr size_t kWorkOfBatch = 2000000;  // connections x patterns
+
+// Connections x patterns of a batch from which on more threads than one pay: some ten
+// microseconds of work, several times what it takes to hand it over.
+constexpr size_t kWorkToShare = 500000;
 
 hwy::AlignedFreeUniquePtr<float[]> AlignedZeros(size_t count) {
   auto floats = hwy::AllocateAligned<float>(std::max<size_t>(count, 1));
@@ -54,23 +60,43 @@ Matrix MasksWithBias(const Matrix& masks) {
 
 }  // namespace
 
-PackedNetwork::PackedNetwork(Network& network, Use use) : m_network(network), m_use(use) {
-  m_batch = std::clamp<size_t>(static_cast<size_t>(std::max(network.nPats, 1)), 1,
-                               kPatternsOfBatch);
+PackedNetwork::PackedNetwork(Network& network, Use use, size_t threads)
+    : m_network(network), m_use(use), m_connections(static_cast<size_t>(ConnectionCount(network))) {
+  const auto patterns = static_cast<size_t>(std::max(network.nPats, 1));
+  const size_t of_thread = std::clamp(kWorkOfBatch / m_connections, kFewestOfBatch, kMostOfBatch);
+  m_batch = std::min(patterns, of_thread * std::max<size_t>(threads, 1));
+  if (threads > 1 && m_connections * m_batch >= kWorkToShare) {
+    m_workers = std::make_unique<Workers>(threads);
+  } else {
+    m_batch = std::min(patterns, of_thread);
+  }
   m_panels.shape = kernels::CurrentShape();
   m_panels.layer_count = static_cast<size_t>(network.nLayers) - 1;
   m_input_rows.resize(m_batch);
   m_target_rows.resize(m_batch);
   m_panels.targets = m_target_rows.data();
-  size_t widest = 0;
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     Allocate(l);
     if (use == Use::kTraining) AllocateForTraining(l);
+  }
+  AllocateNets();
+  Pack();
+}
+
+// Each part of a batch has room of its own, with a panel to spill into.
+void PackedNetwork::AllocateNets() {
+  size_t widest = 0;
+  for (size_t l = 0; l < m_panels.layer_count; ++l) {
     widest = std::max(widest, m_panels.layers[l].padded_nodes);
   }
-  m_nets = AlignedZeros(m_batch * widest + m_panels.shape.panel_nodes);
+  const size_t parts = m_workers == nullptr ? 1 : m_workers->parts();
+  const size_t patterns = m_batch / parts + 2 * m_panels.shape.lanes;
+  const size_t room = patterns * widest + m_panels.shape.panel_nodes;
+  m_nets = AlignedZeros(parts * room);
+  for (size_t part = 0; part < parts; ++part) {
+    m_nets_of_part.push_back(m_nets.get() + part * room);
+  }
   m_panels.nets = m_nets.get();
-  Pack();
 }
 
 void PackedNetwork::Allocate(size_t l) {
@@ -200,38 +226,66 @@ void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns) {
   }
 }
 
+// Shares of the batch begin at whole vectors of patterns: rows without gaps then do, too, and no
+// share writes into another's. Calls task(part, first pattern, patterns).
+template <typename Task>
+void PackedNetwork::InParts(const Task& task) {
+  const size_t parts = Parts();
+  if (parts == 1) return task(0, 0, m_count);
+  const size_t lanes = m_panels.shape.lanes;
+  const size_t vectors = (m_count + lanes - 1) / lanes;
+  m_workers->Run([&](size_t part) {
+    const size_t first = vectors * part / parts * lanes;
+    const size_t end = std::min(vectors * (part + 1) / parts * lanes, m_count);
+    if (first < end) task(part, first, end - first);
+  });
+}
+
+size_t PackedNetwork::Parts() const {
+  return m_workers != nullptr && m_connections * m_count >= kWorkToShare ? m_workers->parts() : 1;
+}
+
 void PackedNetwork::Forward(std::span<const int32_t> patterns) {
   Begin(patterns);
-  kernels::Forward(m_panels, 0, m_count, false, m_panels.nets);
+  ForwardInParts(false);
   StoreOutputs(patterns);
 }
 
 void PackedNetwork::ForwardWithDerivatives(std::span<const int32_t> patterns) {
   Begin(patterns);
-  kernels::Forward(m_panels, 0, m_count, true, m_panels.nets);
+  ForwardInParts(true);
   StoreOutputs(patterns);
   m_last = m_count - 1;
 }
 
+// Shared work is handed over once: the deltas of a training pattern follow its outputs.
+void PackedNetwork::ForwardInParts(bool derivatives) {
+  m_has_deltas = derivatives && Parts() > 1;
+  InParts([&](size_t part, size_t first, size_t count) {
+    kernels::Forward(m_panels, first, count, derivatives, m_nets_of_part[part]);
+    if (m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, first, count);
+  });
+}
+
 void PackedNetwork::Backpropagate() {
-  kernels::Deltas(m_panels, m_network.FastProp, 0, m_count);
+  if (!m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, 0, m_count);
   m_last_deltas = m_count - 1;
 }
 
-kernels::GroupStep PackedNetwork::Step(bool begins, bool ends) const {
-  return {begins, ends, {m_network.Alpha, m_network.Eta}};
-}
-
 void PackedNetwork::AddGradients(bool begins) {
-  kernels::Gradients(m_panels, m_count, Step(begins, false), {});
+  GradientsInParts({begins, false, {}});
 }
 
 void PackedNetwork::AddGradientsAndUpdate(bool begins) {
-  kernels::Gradients(m_panels, m_count, Step(begins, true), {});
+  GradientsInParts({begins, true, {m_network.Alpha, m_network.Eta}});
 }
 
-void PackedNetwork::Update() {
-  kernels::Gradients(m_panels, 0, Step(false, true), {});
+void PackedNetwork::GradientsInParts(const kernels::GroupStep& group) {
+  const size_t parts = Parts();
+  if (parts == 1) return kernels::Gradients(m_panels, m_count, group, {});
+  m_workers->Run([&](size_t part) {
+    kernels::Gradients(m_panels, m_count, group, {part, parts});
+  });
 }
 
 void PackedNetwork::UpdateAndForward(int32_t next_pattern) {
@@ -240,6 +294,7 @@ void PackedNetwork::UpdateAndForward(int32_t next_pattern) {
   Begin(next);
   kernels::UpdateAndForward(m_panels, previous_input, {m_network.Alpha, m_network.Eta},
                             m_descending);
+  m_has_deltas = false;
   StoreOutputs(next);
   m_descending = !m_descending;
   m_last = 0;

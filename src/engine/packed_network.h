@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <hwy/aligned_allocator.h>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "engine/kernels/kernels.h"
 #include "engine/network.h"
+#include "engine/workers.h"
 
 namespace tarn {
 
@@ -40,7 +42,9 @@ class PackedNetwork {
  public:
   enum class Use { kForward, kTraining };
 
-  PackedNetwork(Network& network, Use use);
+  // Work that is long enough to pay for it is shared by up to so many threads; the results are
+  // the same for any number.
+  PackedNetwork(Network& network, Use use, size_t threads = UsefulThreads());
   PackedNetwork(const PackedNetwork&) = delete;
   PackedNetwork& operator=(const PackedNetwork&) = delete;
 
@@ -63,8 +67,6 @@ class PackedNetwork {
   void AddGradients(bool begins);
   // The same for the last patterns of a group, and moves the weights.
   void AddGradientsAndUpdate(bool begins);
-  // Moves the weights by the gradients added.
-  void Update();
   // For groups of one pattern, after Backpropagate: AddGradientsAndUpdate(true), then
   // ForwardWithDerivatives of the next pattern, in one sweep over the weights.
   void UpdateAndForward(int32_t next_pattern);
@@ -82,21 +84,30 @@ class PackedNetwork {
 
   void Allocate(size_t l);
   void AllocateForTraining(size_t l);
+  void AllocateNets();
+  template <typename Task>
+  void InParts(const Task& task);
+  size_t Parts() const;
+  void ForwardInParts(bool derivatives);
+  void GradientsInParts(const kernels::GroupStep& group);
   void Begin(std::span<const int32_t> patterns);
   void StoreOutputs(std::span<const int32_t> patterns);
-  kernels::GroupStep Step(bool begins, bool ends) const;
   Layer& RecordOf(size_t l) { return m_network.layers[l + 1]; }
 
   Network& m_network;
   Use m_use;
   size_t m_batch = 1;
-  size_t m_count = 0;     // patterns of the batch under way
-  size_t m_last = 0;      // the place of the pattern whose derivatives Publish gives
-  size_t m_last_deltas = 0;
+  size_t m_count = 0;        // patterns of the batch under way
+  size_t m_last = 0;         // the place of the pattern whose derivatives Publish gives
+  size_t m_last_deltas = 0;  // and the deltas
+  bool m_has_deltas = false;  // of the batch under way, ahead of Backpropagate
   bool m_descending = false;
   kernels::NetworkPanels m_panels;
   std::array<LayerMemory, kernels::kMostComputedLayers> m_memory;
+  size_t m_connections = 0;
+  std::unique_ptr<Workers> m_workers;  // of more than one thread
   Floats m_nets;
+  std::vector<float*> m_nets_of_part;
   std::vector<const float*> m_input_rows;
   std::vector<const float*> m_target_rows;
 };

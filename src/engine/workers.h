@@ -1,0 +1,42 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace tarn {
+
+// Threads that share one piece of work at a time with the thread that owns them. Nothing runs
+// between two pieces: to everyone else the owner is one thread.
+class Workers {
+ public:
+  // For work in `parts` parts, 1 or more: so many threads with the owner's. Fewer when the
+  // system does not give them.
+  explicit Workers(size_t parts);
+  ~Workers();
+  Workers(const Workers&) = delete;
+  Workers& operator=(const Workers&) = delete;
+
+  size_t parts() const { return m_threads.size() + 1; }
+
+  // Calls task(0) here and task(1) to task(parts() - 1) on the other threads at the same time;
+  // returns when all have returned. They must not throw.
+  void Run(const std::function<void(size_t)>& task);
+
+ private:
+  void Serve(size_t part);
+
+  std::vector<std::thread> m_threads;
+  const std::function<void(size_t)>* m_task = nullptr;
+  std::atomic<uint32_t> m_turn{0};     // counts the pieces of work
+  std::atomic<uint32_t> m_unready{0};  // threads still at the present one
+  bool m_end = false;
+};
+
+// Threads of the machine that are worth taking, 1 or more.
+size_t UsefulThreads();
+
+}  // namespace tarn
