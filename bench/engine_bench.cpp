@@ -25,10 +25,9 @@ namespace tarn::bench {
 namespace {
 
 void CountConnections(benchmark::State& state, const Network& network, int64_t passes) {
-  state.counters["connections"] =
-      benchmark::Counter(static_cast<double>(passes) * network.nPats *
-                             static_cast<double>(ConnectionCount(network)),
-                         benchmark::Counter::kIsRate);
+  state.counters["connections"] = benchmark::Counter(
+      static_cast<double>(passes) * network.nPats * static_cast<double>(ConnectionCount(network)),
+      benchmark::Counter::kIsRate);
 }
 
 void PlainTraining(benchmark::State& state, const Workload& workload, int32_t group) {

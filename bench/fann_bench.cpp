@@ -35,9 +35,8 @@ std::unique_ptr<fann, FreeNetwork> MakeFann(const Workload& workload) {
 
 std::unique_ptr<fann_train_data, FreeData> MakeData(const Workload& workload) {
   const Network network = MakeNetwork(workload);
-  std::unique_ptr<fann_train_data, FreeData> data(
-      fann_create_train(Unsigned(workload.patterns), Unsigned(workload.inputs),
-                        Unsigned(workload.outputs)));
+  std::unique_ptr<fann_train_data, FreeData> data(fann_create_train(
+      Unsigned(workload.patterns), Unsigned(workload.inputs), Unsigned(workload.outputs)));
   for (size_t p = 0; p < static_cast<size_t>(workload.patterns); ++p) {
     std::ranges::copy(network.layers[0].activations.Row(p), data->input[p]);
     std::ranges::copy(network.targets.Row(p), data->output[p]);
@@ -46,8 +45,8 @@ std::unique_ptr<fann_train_data, FreeData> MakeData(const Workload& workload) {
 }
 
 void CountConnections(benchmark::State& state, const Workload& workload) {
-  const double connections = (workload.inputs + 1.0) * workload.hidden +
-                             (workload.hidden + 1.0) * workload.outputs;
+  const double connections =
+      (workload.inputs + 1.0) * workload.hidden + (workload.hidden + 1.0) * workload.outputs;
   state.counters["connections"] =
       benchmark::Counter(static_cast<double>(state.iterations()) * workload.patterns * connections,
                          benchmark::Counter::kIsRate);

@@ -45,7 +45,8 @@ void AllocateLayer(Network& network, int32_t l) {
 
 void FreeArrays(Network& network) {
   for (Layer& layer : network.layers) {
-    for (Matrix* matrix : {&layer.activations, &layer.weights, &layer.weight_changes, &layer.masks}) {
+    for (Matrix* matrix :
+         {&layer.activations, &layer.weights, &layer.weight_changes, &layer.masks}) {
       matrix->Resize(0, 0);
     }
     layer.derivatives.clear();

@@ -44,12 +44,12 @@ struct Layer {
   LayerRole role = LayerRole::kInput;
   bool computed = false;  // every layer but the input layer
 
-  Matrix activations;                 // nPats x nUnits
-  std::vector<float> derivatives;     // nUnits, of the pattern last propagated
-  std::vector<float> deltas;          // nUnits, of the pattern last propagated
-  Matrix weights;                     // nUnits x (prev + 1), the bias weight last
-  Matrix weight_changes;              // nUnits x (prev + 1), of the last update: the momentum
-  Matrix masks;                       // nUnits x prev, 1 where the connection exists, else 0
+  Matrix activations;              // nPats x nUnits
+  std::vector<float> derivatives;  // nUnits, of the pattern last propagated
+  std::vector<float> deltas;       // nUnits, of the pattern last propagated
+  Matrix weights;                  // nUnits x (prev + 1), the bias weight last
+  Matrix weight_changes;           // nUnits x (prev + 1), of the last update: the momentum
+  Matrix masks;                    // nUnits x prev, 1 where the connection exists, else 0
 };
 
 enum class Mode : int32_t { kTraining = 1, kRecall = 2 };

@@ -283,9 +283,7 @@ void PackedNetwork::AddGradientsAndUpdate(bool begins) {
 void PackedNetwork::GradientsInParts(const kernels::GroupStep& group) {
   const size_t parts = Parts();
   if (parts == 1) return kernels::Gradients(m_panels, m_count, group, {});
-  m_workers->Run([&](size_t part) {
-    kernels::Gradients(m_panels, m_count, group, {part, parts});
-  });
+  m_workers->Run([&](size_t part) { kernels::Gradients(m_panels, m_count, group, {part, parts}); });
 }
 
 void PackedNetwork::UpdateAndForward(int32_t next_pattern) {

@@ -97,9 +97,9 @@ class PackedNetwork {
   Network& m_network;
   Use m_use;
   size_t m_batch = 1;
-  size_t m_count = 0;        // patterns of the batch under way
-  size_t m_last = 0;         // the place of the pattern whose derivatives Publish gives
-  size_t m_last_deltas = 0;  // and the deltas
+  size_t m_count = 0;         // patterns of the batch under way
+  size_t m_last = 0;          // the place of the pattern whose derivatives Publish gives
+  size_t m_last_deltas = 0;   // and the deltas
   bool m_has_deltas = false;  // of the batch under way, ahead of Backpropagate
   bool m_descending = false;
   kernels::NetworkPanels m_panels;

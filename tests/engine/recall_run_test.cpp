@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "reference/exponential.h"
 #include "engine/small_network.h"
+#include "reference/exponential.h"
 
 namespace tarn {
 namespace {

@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "reference/plain_loops.h"
 #include "engine/monitors.h"
 #include "engine/small_network.h"
 #include "engine/training_run.h"
+#include "reference/plain_loops.h"
 #include "support/memory_files.h"
 #include "support/set_clock.h"
 

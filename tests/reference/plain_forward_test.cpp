@@ -1,5 +1,3 @@
-#include "reference/plain_loops.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -7,8 +5,9 @@
 #include <limits>
 #include <vector>
 
-#include "reference/exponential.h"
 #include "engine/small_network.h"
+#include "reference/exponential.h"
+#include "reference/plain_loops.h"
 
 namespace tarn::reference {
 namespace {

@@ -1,5 +1,3 @@
-#include "reference/plain_loops.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -7,6 +5,7 @@
 #include <vector>
 
 #include "engine/small_network.h"
+#include "reference/plain_loops.h"
 #include "reference/plain_reference.h"
 
 namespace tarn::reference {

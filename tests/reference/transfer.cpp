@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "reference/exponential.h"
 #include "engine/network.h"
+#include "reference/exponential.h"
 
 namespace tarn::reference {
 namespace {

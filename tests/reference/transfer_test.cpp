@@ -8,8 +8,8 @@
 #include <limits>
 #include <vector>
 
-#include "reference/exponential.h"
 #include "engine/small_network.h"
+#include "reference/exponential.h"
 
 namespace tarn::reference {
 namespace {

@@ -48,9 +48,9 @@ alignas(64) constexpr std::array<int64_t, 1 << kTableBits> kEighthPowers = {
     0x3feea09e667f3bcd, 0x3feeace5422aa0db, 0x3feee89f995ad3ad, 0x3fef5818dcfba487};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 16, a Chebyshev fit off by less than 2^-56 of e^r.
-constexpr std::array<double, 6> kP = {
-    0x1.000000000002ep-1, 0x1.555555555556ap-3, 0x1.5555554e93acap-5,
-    0x1.1111110e10556p-7, 0x1.6c1b7131a0993p-10, 0x1.a01e2c15a33f3p-13};
+constexpr std::array<double, 6> kP = {0x1.000000000002ep-1,  0x1.555555555556ap-3,
+                                      0x1.5555554e93acap-5,  0x1.1111110e10556p-7,
+                                      0x1.6c1b7131a0993p-10, 0x1.a01e2c15a33f3p-13};
 
 // Pairs, not one chain. Products and sums are fused where the machine can: the float results
 // are the same with and without, which the test over all float arguments proves.
@@ -58,9 +58,7 @@ HWY_INLINE DoubleVector Polynomial(const std::array<double, 7>& c, DoubleVector 
   const DoubleTag d;
   const DoubleVector y2 = hn::Mul(y, y);
   const DoubleVector y4 = hn::Mul(y2, y2);
-  const auto pair = [&](size_t i) {
-    return hn::MulAdd(hn::Set(d, c[i + 1]), y, hn::Set(d, c[i]));
-  };
+  const auto pair = [&](size_t i) { return hn::MulAdd(hn::Set(d, c[i + 1]), y, hn::Set(d, c[i])); };
   const DoubleVector c03 = hn::MulAdd(pair(2), y2, pair(0));
   const DoubleVector c46 = hn::MulAdd(hn::Set(d, c[6]), y2, pair(4));
   return hn::MulAdd(c46, y4, c03);
@@ -71,13 +69,25 @@ HWY_INLINE DoubleVector Polynomial(const std::array<double, 11>& c, DoubleVector
   const DoubleVector y2 = hn::Mul(y, y);
   const DoubleVector y4 = hn::Mul(y2, y2);
   const DoubleVector y8 = hn::Mul(y4, y4);
-  const auto pair = [&](size_t i) {
-    return hn::MulAdd(hn::Set(d, c[i + 1]), y, hn::Set(d, c[i]));
-  };
+  const auto pair = [&](size_t i) { return hn::MulAdd(hn::Set(d, c[i + 1]), y, hn::Set(d, c[i])); };
   const DoubleVector c03 = hn::MulAdd(pair(2), y2, pair(0));
   const DoubleVector c47 = hn::MulAdd(pair(6), y2, pair(4));
   const DoubleVector c810 = hn::MulAdd(hn::Set(d, c[10]), y2, pair(8));
   return hn::MulAdd(c810, y8, hn::MulAdd(c47, y4, c03));
+}
+
+// Between the limits. A NaN passes: the limits come first, so that they give way to it; the
+// scalar operations would drop it in either place.
+HWY_INLINE DoubleVector Held(DoubleVector x) {
+  const DoubleTag d;
+  const DoubleVector largest = hn::Set(d, kLargestOfFloats);
+  const DoubleVector smallest = hn::Set(d, kSmallestOfFloats);
+#if HWY_TARGET == HWY_SCALAR
+  x = hn::IfThenElse(hn::Gt(x, largest), largest, x);
+  return hn::IfThenElse(hn::Lt(x, smallest), smallest, x);
+#else
+  return hn::Max(smallest, hn::Min(largest, x));
+#endif
 }
 
 // The powers whose index stands in the low bits of `eighths`.
@@ -93,8 +103,7 @@ HWY_INLINE hn::Vec<hn::RebindToSigned<DoubleTag>> LookUpPowers(
 }
 
 // 2^kShift e^x of kVectors vectors, each step for all of them before the next: one after the
-// other, the chains of steps do not fit into what a processor looks ahead. A NaN passes: the
-// limits come first, so that they give way to it.
+// other, the chains of steps do not fit into what a processor looks ahead.
 template <int64_t kShift, size_t kVectors>
 HWY_INLINE void ScaledExp(DoubleVector (&x)[kVectors]) {
   const DoubleTag d;
@@ -104,8 +113,7 @@ HWY_INLINE void ScaledExp(DoubleVector (&x)[kVectors]) {
   DoubleVector rounded[kVectors], n[kVectors], r[kVectors], y[kVectors];
   DoubleVector low[kVectors], middle[kVectors], high[kVectors];
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    x[k] = hn::Min(hn::Set(d, kLargestOfFloats), x[k]);
-    x[k] = hn::Max(hn::Set(d, kSmallestOfFloats), x[k]);
+    x[k] = Held(x[k]);
   }
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
     rounded[k] = hn::MulAdd(x[k], hn::Set(d, kEighths * kOneOverLn2), rounder);
@@ -130,8 +138,7 @@ HWY_INLINE void ScaledExp(DoubleVector (&x)[kVectors]) {
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) low[k] = hn::MulAdd(low[k], y[k], r[k]);
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
     const auto eighths = hn::BitCast(di, rounded[k]);
-    auto bits = hn::Add(LookUpPowers(eighths),
-                        hn::ShiftLeft<kMantissaBits - kTableBits>(eighths));
+    auto bits = hn::Add(LookUpPowers(eighths), hn::ShiftLeft<kMantissaBits - kTableBits>(eighths));
     if constexpr (kShift != 0) bits = hn::Add(bits, hn::Set(di, kShift * (1LL << kMantissaBits)));
     const DoubleVector power = hn::BitCast(d, bits);
     x[k] = hn::MulAdd(power, low[k], power);

@@ -65,8 +65,8 @@ HWY_INLINE size_t TilesOfRows(size_t row, size_t count, const Body& body) {
 template <size_t kVectors, typename Body>
 HWY_INLINE void TilesOfVectors(size_t count, const Body& body) {
   size_t row = TilesOfRows<kMostRows<kVectors>, kVectors>(0, count, body);
-  if constexpr (kMostRows<kVectors> > 4) row = TilesOfRows<4, kVectors>(row, count, body);
-  if constexpr (kMostRows<kVectors> > 2) row = TilesOfRows<2, kVectors>(row, count, body);
+  if constexpr (kMostRows < kVectors >> 4) row = TilesOfRows<4, kVectors>(row, count, body);
+  if constexpr (kMostRows < kVectors >> 2) row = TilesOfRows<2, kVectors>(row, count, body);
   TilesOfRows<1, kVectors>(row, count, body);
 }
 

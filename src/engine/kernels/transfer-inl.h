@@ -62,7 +62,8 @@ HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
 // y, and the derivative is given.
 struct SigmoidFunction {
   template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
+                             FloatVector (&derivative)[kVectors]) const {
     const FloatVector one = hn::Set(FloatTag(), 1.0F);
     ExpOf(x);
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::Div(one, hn::Add(x[k], one));
@@ -74,7 +75,8 @@ struct SigmoidFunction {
 
 struct GaussianFunction {
   template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
+                             FloatVector (&derivative)[kVectors]) const {
     const FloatTag d;
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
       derivative[k] = hn::Mul(x[k], hn::Set(d, 2.0F));
@@ -90,7 +92,8 @@ struct GaussianFunction {
 
 struct TanhFunction {
   template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
+                             FloatVector (&derivative)[kVectors]) const {
     const FloatVector one = hn::Set(FloatTag(), 1.0F);
     const FloatVector half = hn::Set(FloatTag(), 0.5F);
     for (size_t k = 0; k < kVectors; ++k) {
@@ -104,7 +107,8 @@ struct TanhFunction {
 
 struct SechFunction {
   template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors], FloatVector (&derivative)[kVectors]) const {
+  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
+                             FloatVector (&derivative)[kVectors]) const {
     const FloatTag d;
     for (size_t k = 0; k < kVectors; ++k) {
       const FloatVector c = InDouble([](DoubleVector v) HWY_ATTR { return VectorCosh(v); }, x[k]);
@@ -112,7 +116,8 @@ struct SechFunction {
           InDouble([](DoubleVector v) HWY_ATTR { return VectorSinh(v); }, hn::Neg(x[k]));
       const FloatVector y = hn::Div(hn::Set(d, 1.0F), c);
       // s is infinite where y is 0.
-      derivative[k] = hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), hn::Mul(hn::Mul(hn::Neg(s), y), y));
+      derivative[k] =
+          hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), hn::Mul(hn::Mul(hn::Neg(s), y), y));
       x[k] = y;
     }
   }
@@ -150,8 +155,8 @@ HWY_INLINE void ForEachVector(Function function, const float* negated_net, size_
 }
 
 // A null derivative is not wanted.
-HWY_INLINE void TransferVectors(int32_t code, const float* negated_net, size_t count,
-                                float* output, float* derivative_or_null) {
+HWY_INLINE void TransferVectors(int32_t code, const float* negated_net, size_t count, float* output,
+                                float* derivative_or_null) {
   switch (code) {
     case kSigmoid:
       return ForEachVector(SigmoidFunction(), negated_net, count, output, derivative_or_null);

@@ -32,7 +32,8 @@ HWY_INLINE StepVectors VectorsOf(const WeightStep& step) {
 // A panel in local pointers: those of the layer would be read again after each store.
 struct PanelPointers {
   PanelPointers(const LayerPanels& layer, size_t at)
-      : weights(layer.weights + at), changes(layer.changes + at),
+      : weights(layer.weights + at),
+        changes(layer.changes + at),
         masks(layer.masks == nullptr ? nullptr : layer.masks + at) {}
 
   float* HWY_RESTRICT weights;
@@ -45,8 +46,8 @@ template <bool kMasked>
 HWY_INLINE FloatVector MoveWeights(const PanelPointers& panel, size_t at, FloatVector gradient,
                                    const StepVectors& step) {
   const FloatTag d;
-  const FloatVector change = hn::Add(hn::Mul(step.alpha, hn::Load(d, panel.changes + at)),
-                                     hn::Mul(step.eta, gradient));
+  const FloatVector change =
+      hn::Add(hn::Mul(step.alpha, hn::Load(d, panel.changes + at)), hn::Mul(step.eta, gradient));
   hn::Store(change, d, panel.changes + at);
   FloatVector move = change;
   if constexpr (kMasked) move = hn::Mul(change, hn::Load(d, panel.masks + at));
@@ -124,8 +125,7 @@ HWY_INLINE void GradientsOfLayer(const PanelShape& shape, const LayerPanels& lay
 
 // Rows first..end-1 of the panels, by source, as columns of a table by node.
 HWY_INLINE void TransposeRows(const PanelShape& shape, const float* panels, size_t rows,
-                              size_t nodes, size_t first, size_t end, float* table,
-                              size_t stride) {
+                              size_t nodes, size_t first, size_t end, float* table, size_t stride) {
   constexpr size_t kColumns = 4;
   const FloatTag d;
   const size_t lanes = hn::Lanes(d);
@@ -141,8 +141,7 @@ HWY_INLINE void TransposeRows(const PanelShape& shape, const float* panels, size
       for (; i + kColumns <= end; i += kColumns) {
         const float* const row = panel + i * width + v;
         hn::StoreInterleaved4(hn::Load(d, row), hn::Load(d, row + width),
-                              hn::Load(d, row + 2 * width), hn::Load(d, row + 3 * width), d,
-                              block);
+                              hn::Load(d, row + 2 * width), hn::Load(d, row + 3 * width), d, block);
         for (size_t j = 0; j < here; ++j) {
           std::memcpy(out + j * stride + i, block + j * kColumns, kColumns * sizeof(float));
         }
@@ -161,8 +160,8 @@ HWY_INLINE void RefreshTransposed(const PanelShape& shape, const LayerPanels& la
                 part.End(layer.sources), layer.transposed, layer.padded_sources);
 }
 
-HWY_INLINE void GradientsOfBatch(const NetworkPanels& network, size_t count,
-                                 const GroupStep& group, const Part& part) {
+HWY_INLINE void GradientsOfBatch(const NetworkPanels& network, size_t count, const GroupStep& group,
+                                 const Part& part) {
   for (size_t l = 0; l < network.layer_count; ++l) {
     const LayerPanels& layer = network.layers[l];
     if (layer.masks != nullptr) {
@@ -211,16 +210,14 @@ HWY_INLINE void SweepPanel(const LayerPanels& layer, size_t node, const float* H
 }
 
 template <bool kMasked>
-HWY_INLINE void SweepLayer(const PanelShape& shape, const LayerPanels& layer,
-                           const float* factors, const WeightStep& step, bool descending,
-                           float* nets) {
+HWY_INLINE void SweepLayer(const PanelShape& shape, const LayerPanels& layer, const float* factors,
+                           const WeightStep& step, bool descending, float* nets) {
   const size_t panels = (layer.padded_nodes + shape.panel_nodes - 1) / shape.panel_nodes;
   for (size_t k = 0; k < panels; ++k) {
     const size_t n = (descending ? panels - 1 - k : k) * shape.panel_nodes;
     ForTiles(shape.Width(layer.padded_nodes, n) / shape.lanes, 1,
-             [&](auto, auto vectors, size_t) HWY_ATTR {
-               SweepPanel<vectors(), kMasked>(layer, n, factors, step, nets);
-             });
+             [&](auto, auto vectors, size_t)
+                 HWY_ATTR { SweepPanel<vectors(), kMasked>(layer, n, factors, step, nets); });
   }
 }
 
