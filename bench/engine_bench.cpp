@@ -18,8 +18,8 @@
 
 // Whole iterations of training and whole passes of recall, each by name
 //   training/WHO/NETWORK/GROUP   and   recall/WHO/NETWORK
-// WHO: plain, the loops that define the results; tarn, the program's own run; tarn-N, on N
-// threads. Figures are connections x patterns per second.
+// WHO: plain, the loops that define the results; tarn, the program's own run on one thread;
+// tarn-threads, on all that it would take. Figures are connections x patterns per second.
 
 namespace tarn::bench {
 namespace {
@@ -49,7 +49,8 @@ void PlainTraining(benchmark::State& state, const Workload& workload, int32_t gr
   CountConnections(state, network, state.iterations());
 }
 
-void TarnTraining(benchmark::State& state, const Workload& workload, int32_t group) {
+void TarnTraining(benchmark::State& state, const Workload& workload, int32_t group,
+                  size_t threads) {
   Network network = MakeNetwork(workload);
   network.WeightRate = group;
   // Enough iterations at a time that starting and packing do not count.
@@ -58,7 +59,7 @@ void TarnTraining(benchmark::State& state, const Workload& workload, int32_t gro
   const Clock& clock = SteadyClock();
   TrainingObserver observer;
   TempFile history;
-  TrainingRun run(network, clock, observer, history.path());
+  TrainingRun run(network, clock, observer, history.path(), threads);
   for (auto _ : state) {
     network.MaxIterations = network.iteration + iterations;
     if (!run.Start().ok()) throw std::runtime_error("no memory for the run");
@@ -67,8 +68,14 @@ void TarnTraining(benchmark::State& state, const Workload& workload, int32_t gro
   CountConnections(state, network, state.iterations() * iterations);
 }
 
+// Patterns enough that making ready does not count.
+Workload ForRecall(Workload workload) {
+  workload.patterns = std::max(workload.patterns, 1000);
+  return workload;
+}
+
 void PlainRecall(benchmark::State& state, const Workload& workload) {
-  Network network = MakeNetwork(workload);
+  Network network = MakeNetwork(ForRecall(workload));
   for (auto _ : state) {
     for (int32_t p = 0; p < network.nPats; ++p) reference::Forward(network, p);
     benchmark::ClobberMemory();
@@ -76,35 +83,36 @@ void PlainRecall(benchmark::State& state, const Workload& workload) {
   CountConnections(state, network, state.iterations());
 }
 
-void TarnRecall(benchmark::State& state, const Workload& workload) {
-  Network network = MakeNetwork(workload);
+void TarnRecall(benchmark::State& state, const Workload& workload, size_t threads) {
+  Network network = MakeNetwork(ForRecall(workload));
   for (auto _ : state) {
-    if (!RunRecall(network).ok()) throw std::runtime_error("no memory for the run");
+    if (!RunRecall(network, threads).ok()) throw std::runtime_error("no memory for the run");
   }
   CountConnections(state, network, state.iterations());
 }
 
-using Training = void (*)(benchmark::State&, const Workload&, int32_t);
-using Recall = void (*)(benchmark::State&, const Workload&);
+using Body = std::function<void(benchmark::State&)>;
+
+void Add(const std::string& name, const Body& body) {
+  // The wall clock: with threads, the owner's own time is only a part.
+  benchmark::RegisterBenchmark(name.c_str(), body)->UseRealTime();
+}
 
 bool Register() {
   for (const Workload& workload : kWorkloads) {
-    for (const auto& [who, training] :
-         {std::pair<const char*, Training>("plain", PlainTraining), {"tarn", TarnTraining}}) {
-      for (const bool all : {false, true}) {
-        const std::string name = std::string("training/") + who + "/" + workload.Name();
-        benchmark::RegisterBenchmark((name + (all ? "/all" : "/1")).c_str(),
-                                     [=](benchmark::State& state) {
-                                       training(state, workload, all ? workload.patterns : 1);
-                                     });
-      }
+    const std::string network = "/" + workload.Name();
+    for (const bool all : {false, true}) {
+      const std::string job = network + (all ? "/all" : "/1");
+      const int32_t group = all ? workload.patterns : 1;
+      Add("training/plain" + job, [=](auto& state) { PlainTraining(state, workload, group); });
+      Add("training/tarn" + job, [=](auto& state) { TarnTraining(state, workload, group, 1); });
+      Add("training/tarn-threads" + job,
+          [=](auto& state) { TarnTraining(state, workload, group, UsefulThreads()); });
     }
-    for (const auto& [who, recall] :
-         {std::pair<const char*, Recall>("plain", PlainRecall), {"tarn", TarnRecall}}) {
-      const std::string name = std::string("recall/") + who + "/" + workload.Name();
-      benchmark::RegisterBenchmark(name.c_str(),
-                                   [=](benchmark::State& state) { recall(state, workload); });
-    }
+    Add("recall/plain" + network, [=](auto& state) { PlainRecall(state, workload); });
+    Add("recall/tarn" + network, [=](auto& state) { TarnRecall(state, workload, 1); });
+    Add("recall/tarn-threads" + network,
+        [=](auto& state) { TarnRecall(state, workload, UsefulThreads()); });
   }
   return true;
 }

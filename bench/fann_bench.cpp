@@ -75,11 +75,13 @@ bool Register() {
   for (const Workload& workload : kWorkloads) {
     for (const bool all : {false, true}) {
       const std::string name = "training/fann/" + workload.Name() + (all ? "/all" : "/1");
-      benchmark::RegisterBenchmark(
-          name.c_str(), [=](benchmark::State& state) { FannTraining(state, workload, all); });
+      benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+        FannTraining(state, workload, all);
+      })->UseRealTime();
     }
     benchmark::RegisterBenchmark(("recall/fann/" + workload.Name()).c_str(),
-                                 [=](benchmark::State& state) { FannRecall(state, workload); });
+                                 [=](benchmark::State& state) { FannRecall(state, workload); })
+        ->UseRealTime();
   }
   return true;
 }

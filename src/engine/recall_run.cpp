@@ -16,9 +16,9 @@ constexpr int32_t kIterationAfterRecall = 5;
 
 }  // namespace
 
-Status RunRecall(Network& network) {
+Status RunRecall(Network& network, size_t threads) {
   try {
-    PackedNetwork packed(network, PackedNetwork::Use::kForward);
+    PackedNetwork packed(network, PackedNetwork::Use::kForward, threads);
     std::vector<int32_t> patterns(packed.batch());
     const auto batch = static_cast<int32_t>(patterns.size());
     for (int32_t first = 0; first < network.nPats; first += batch) {

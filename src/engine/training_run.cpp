@@ -29,8 +29,12 @@ std::string TimeRemainingText(int64_t seconds) {
 }
 
 TrainingRun::TrainingRun(Network& network, const Clock& clock, TrainingObserver& observer,
-                         std::string history_path)
-    : m_network(network), m_clock(clock), m_observer(observer), m_history(std::move(history_path)) {
+                         std::string history_path, size_t threads)
+    : m_network(network),
+      m_threads(threads),
+      m_clock(clock),
+      m_observer(observer),
+      m_history(std::move(history_path)) {
   network.iteration = 0;
   network.rms_train = network.rms_test = 0;
   network.correlation_train = network.correlation_test = 0;
@@ -49,7 +53,7 @@ Status TrainingRun::Start() {
     return {};
   }
   try {
-    m_packed = std::make_unique<PackedNetwork>(m_network, PackedNetwork::Use::kTraining);
+    m_packed = std::make_unique<PackedNetwork>(m_network, PackedNetwork::Use::kTraining, m_threads);
   } catch (const std::bad_alloc&) {
     return Status::Failure(kOutOfMemory);
   }

@@ -66,9 +66,9 @@ enum class RunState {
 class TrainingRun {
  public:
   // Readies the network: iteration 0, statistics 0, WeightRate brought into 0..nTrain. The
-  // history file is created, empty.
+  // history file is created, empty. Up to `threads` threads share long work within a slice.
   TrainingRun(Network& network, const Clock& clock, TrainingObserver& observer,
-              std::string history_path);
+              std::string history_path, size_t threads = UsefulThreads());
 
   // Begins to run, or goes on after Stop or completion: the iteration counter continues, clock
   // and history start over. Needs at least one training pattern. kOutOfMemory when there is no
@@ -138,6 +138,7 @@ class TrainingRun {
 
   Network& m_network;
   std::unique_ptr<PackedNetwork> m_packed;  // from the first start on
+  size_t m_threads;
   bool m_weights_replaced = false;
   bool m_published = true;  // the record is up to date
   const Clock& m_clock;

@@ -1,10 +1,8 @@
 #include <array>
-#include <atomic>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <thread>
 #include <vector>
 
 #include "engine/kernels/kernels.h"
@@ -34,42 +32,35 @@ uint64_t Differences(const Floats& a, const Floats& b) {
   return count;
 }
 
-struct Counts {
-  std::atomic<uint64_t> outputs = 0;
-  std::atomic<uint64_t> derivatives = 0;
+struct Difference {
+  uint64_t outputs = 0;
+  uint64_t derivatives = 0;
 };
-
-// All threads use one target at a time: it is a setting of the program.
-void Compare(int32_t code, Counts& counts) {
-  std::atomic<uint32_t> next = 0;
-  const auto work = [&] {
-    std::vector<Floats> tables(5);
-    auto& [x, y, derivative, got, got_derivative] =
-        *std::bit_cast<std::array<Floats, 5>*>(tables.data());
-    for (uint32_t chunk = next++; chunk < kChunks; chunk = next++) {
-      for (uint32_t i = 0; i < kChunk; ++i) {
-        x[i] = std::bit_cast<float>((chunk << kChunkBits) + i);
-      }
-      reference::ApplyTransfer(code, x, y, derivative);
-      kernels::Transfer(code, x, got, got_derivative);
-      counts.outputs += Differences(y, got);
-      counts.derivatives += Differences(derivative, got_derivative);
-    }
-  };
-  std::thread other(work);
-  work();
-  other.join();
-}
 
 class TransferExhaustive : public testing::TestWithParam<int32_t> {};
 
 TEST_P(TransferExhaustive, EveryTargetGivesThePlainFloatsForEveryArgument) {
-  for (const int64_t target : KernelTargets()) {
-    const ScopedTarget scoped(target);
-    Counts counts;
-    Compare(GetParam(), counts);
-    EXPECT_EQ(counts.outputs, 0U) << hwy::TargetName(target);
-    EXPECT_EQ(counts.derivatives, 0U) << hwy::TargetName(target);
+  const std::vector<int64_t> targets = KernelTargets();
+  std::vector<Difference> differences(targets.size());
+  std::vector<Floats> tables(5);
+  Floats& x = tables[0];
+  Floats& y = tables[1];
+  Floats& derivative = tables[2];
+  Floats& got = tables[3];
+  Floats& got_derivative = tables[4];
+  for (uint32_t chunk = 0; chunk < kChunks; ++chunk) {
+    for (uint32_t i = 0; i < kChunk; ++i) x[i] = std::bit_cast<float>((chunk << kChunkBits) + i);
+    reference::ApplyTransfer(GetParam(), x, y, derivative);
+    for (size_t t = 0; t < targets.size(); ++t) {
+      const ScopedTarget scoped(targets[t]);
+      kernels::Transfer(GetParam(), x, got, got_derivative);
+      differences[t].outputs += Differences(y, got);
+      differences[t].derivatives += Differences(derivative, got_derivative);
+    }
+  }
+  for (size_t t = 0; t < targets.size(); ++t) {
+    EXPECT_EQ(differences[t].outputs, 0U) << hwy::TargetName(targets[t]);
+    EXPECT_EQ(differences[t].derivatives, 0U) << hwy::TargetName(targets[t]);
   }
 }
 
