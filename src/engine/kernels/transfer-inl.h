@@ -20,16 +20,32 @@ HWY_BEFORE_NAMESPACE();
 namespace tarn::kernels::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+// Rounded to float, infinite where it is too large for one: the emulated vectors' own demotion
+// stops at the largest float there.
+template <typename FloatTagOfSameLanes>
+HWY_INLINE hn::Vec<FloatTagOfSameLanes> ToFloat(FloatTagOfSameLanes d, DoubleVector x) {
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+  const DoubleTag dd;
+  HWY_ALIGN double wide[hn::MaxLanes(dd)];
+  HWY_ALIGN float narrow[hn::MaxLanes(dd)];
+  hn::Store(x, dd, wide);
+  for (size_t i = 0; i < hn::Lanes(dd); ++i) narrow[i] = static_cast<float>(wide[i]);
+  return hn::Load(d, narrow);
+#else
+  return hn::DemoteTo(d, x);
+#endif
+}
+
 // A function of vectors of doubles over one of floats.
 template <typename Function>
 HWY_INLINE FloatVector InDouble(Function function, FloatVector x) {
   const DoubleTag dd;
 #if HWY_TARGET == HWY_SCALAR
-  return hn::DemoteTo(FloatTag(), function(hn::PromoteTo(dd, x)));
+  return ToFloat(FloatTag(), function(hn::PromoteTo(dd, x)));
 #else
   const hn::Half<FloatTag> half;
-  const auto lower = hn::DemoteTo(half, function(hn::PromoteTo(dd, hn::LowerHalf(half, x))));
-  const auto upper = hn::DemoteTo(half, function(hn::PromoteTo(dd, hn::UpperHalf(half, x))));
+  const auto lower = ToFloat(half, function(hn::PromoteTo(dd, hn::LowerHalf(half, x))));
+  const auto upper = ToFloat(half, function(hn::PromoteTo(dd, hn::UpperHalf(half, x))));
   return hn::Combine(FloatTag(), upper, lower);
 #endif
 }
@@ -42,7 +58,7 @@ HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
   DoubleVector wide[kVectors];
   for (size_t k = 0; k < kVectors; ++k) wide[k] = hn::PromoteTo(dd, x[k]);
   ScaledExp<0>(wide);
-  for (size_t k = 0; k < kVectors; ++k) x[k] = hn::DemoteTo(FloatTag(), wide[k]);
+  for (size_t k = 0; k < kVectors; ++k) x[k] = ToFloat(FloatTag(), wide[k]);
 #else
   const hn::Half<FloatTag> half;
   DoubleVector wide[2 * kVectors];
@@ -52,8 +68,8 @@ HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
   }
   ScaledExp<0>(wide);
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    x[k] = hn::Combine(FloatTag(), hn::DemoteTo(half, wide[2 * k + 1]),
-                       hn::DemoteTo(half, wide[2 * k]));
+    x[k] = hn::Combine(FloatTag(), ToFloat(half, wide[2 * k + 1]),
+                       ToFloat(half, wide[2 * k]));
   }
 #endif
 }

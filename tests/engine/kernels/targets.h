@@ -10,7 +10,7 @@ namespace tarn {
 
 // Every instruction set that this machine has, from the widest to the scalar one.
 inline std::vector<int64_t> KernelTargets() {
-  constexpr int64_t kBuilt = HWY_SCALAR | HWY_EMU128 | HWY_SSSE3 | HWY_SSE4 | HWY_AVX2 | HWY_AVX3;
+  constexpr int64_t kBuilt = HWY_SCALAR | HWY_SSSE3 | HWY_SSE4 | HWY_AVX2 | HWY_AVX3;
   hwy::SetSupportedTargetsForTest(0);
   std::vector<int64_t> targets;
   for (int64_t left = (hwy::SupportedTargets() | HWY_BASELINE_SCALAR) & kBuilt; left != 0;

@@ -33,7 +33,7 @@ TEST(TransferKernel, GivesTheBitsOfThePlainLoopAndTouchesNothingElse) {
     const ScopedTarget scoped(target);
     const size_t lanes = kernels::CurrentShape().lanes;
     for (const size_t count : {size_t{1}, size_t{3}, size_t{7}, lanes - 1, lanes, lanes + 1,
-                               4 * lanes / 3, 8 * lanes + 2}) {
+                               4 * lanes / 3, 8 * lanes + 2, size_t{45}}) {
       for (size_t offset = 0; offset < lanes; ++offset) {
         for (int32_t code = 0; code < 4; ++code) {
           std::vector<float> x = Arguments(count + offset);
