@@ -68,8 +68,7 @@ HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
   }
   ScaledExp<0>(wide);
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    x[k] = hn::Combine(FloatTag(), ToFloat(half, wide[2 * k + 1]),
-                       ToFloat(half, wide[2 * k]));
+    x[k] = hn::Combine(FloatTag(), ToFloat(half, wide[2 * k + 1]), ToFloat(half, wide[2 * k]));
   }
 #endif
 }
