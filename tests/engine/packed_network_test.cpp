@@ -24,13 +24,7 @@ Network Trainable(const std::vector<int32_t>& nodes, const std::vector<int32_t>&
   network.Eta = 0.3F;
   network.Alpha = 0.8F;
   network.FastProp = 0.7F;
-  if (!removed) return network;
-  network.fully_connected = false;
-  for (size_t l = 1; l < nodes.size(); ++l) {
-    for (size_t j = 0; j < network.layers[l].masks.rows(); ++j) {
-      network.layers[l].masks.Row(j)[j % network.layers[l].masks.columns()] = 0.0F;
-    }
-  }
+  if (removed) RemoveConnections(network);
   return network;
 }
 

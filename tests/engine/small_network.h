@@ -47,6 +47,24 @@ inline void FillWithRandomData(Network& network, uint32_t seed) {
   }
 }
 
+// Holds back the last patterns as the test set.
+inline void HoldBack(Network& network, int32_t patterns) {
+  network.testPats = patterns;
+  network.nTrain = network.nPats - patterns;
+  network.train_list.resize(static_cast<size_t>(network.nTrain));
+  network.test_list.resize(static_cast<size_t>(patterns));
+  std::iota(network.test_list.begin(), network.test_list.end(), network.nTrain);
+}
+
+// One connection of every node.
+inline void RemoveConnections(Network& network) {
+  network.fully_connected = false;
+  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
+    Matrix& masks = network.layers[l].masks;
+    for (size_t j = 0; j < masks.rows(); ++j) masks.Row(j)[j % masks.columns()] = 0.0F;
+  }
+}
+
 // As two floats are compared here: by their bits.
 inline uint32_t Bits(float value) {
   return std::bit_cast<uint32_t>(value);

@@ -109,15 +109,6 @@ class TrainingRunFixture : public testing::Test {
     return network;
   }
 
-  // Holds back the last patterns as the test set.
-  static void HoldBack(Network& network, int32_t patterns) {
-    network.testPats = patterns;
-    network.nTrain = network.nPats - patterns;
-    network.train_list.resize(static_cast<size_t>(network.nTrain));
-    network.test_list.resize(static_cast<size_t>(patterns));
-    std::iota(network.test_list.begin(), network.test_list.end(), network.nTrain);
-  }
-
   static RunState RunOut(TrainingRun& run) {
     while (run.RunFor(1000) == RunState::kRunning) {
     }
