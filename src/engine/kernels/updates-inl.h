@@ -231,8 +231,10 @@ HWY_INLINE void SweepNetwork(const NetworkPanels& network, const float* previous
     } else {
       SweepLayer<false>(network.shape, layer, factors, step, descending, network.nets);
     }
-    TransferRows(layer, network.nets, 0, 1, true);
+    // Before the long chain of the transfer function: the deltas soon read in whole vectors what
+    // is written here in pieces, which has to be in the cache by then.
     RefreshTransposed(network.shape, layer, Part());
+    TransferRows(layer, network.nets, 0, 1, true);
   }
 }
 
