@@ -12,6 +12,11 @@ constexpr size_t kFewestOfBatch = 64;
 constexpr size_t kMostOfBatch = 256;
 constexpr size_t kWorkOfBatch = 2000000;  // connections x patterns
 
+// Patterns that are groups of their own are taken together to spare what comes between them;
+// what belongs to their nodes stays in the first-level cache.
+constexpr size_t kMostSinglePatterns = 16;
+constexpr size_t kNodesOfSinglePatterns = 1000;
+
 // Connections x patterns of a batch from which on more threads than one pay: some ten
 // microseconds of work, several times what it takes to hand it over.
 constexpr size_t kWorkToShare = 500000;
@@ -70,6 +75,12 @@ PackedNetwork::PackedNetwork(Network& network, Use use, size_t threads)
   } else {
     m_batch = std::min(patterns, of_thread);
   }
+  size_t nodes = 1;
+  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
+    nodes += static_cast<size_t>(network.layers[l].nUnits);
+  }
+  m_batch_of_single_patterns =
+      std::min(m_batch, std::clamp<size_t>(kNodesOfSinglePatterns / nodes, 1, kMostSinglePatterns));
   m_panels.shape = kernels::CurrentShape();
   m_panels.layer_count = static_cast<size_t>(network.nLayers) - 1;
   m_input_rows.resize(m_batch);
@@ -141,7 +152,7 @@ void PackedNetwork::AllocateForTraining(size_t l) {
 }
 
 void PackedNetwork::Pack() {
-  m_count = m_last = m_last_deltas = 0;
+  m_first = m_count = m_last = m_last_deltas = 0;
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     const Layer& layer = RecordOf(l);
     kernels::LayerPanels& panels = m_panels.layers[l];
@@ -188,6 +199,7 @@ void PackedNetwork::Publish() {
 }
 
 void PackedNetwork::Begin(std::span<const int32_t> patterns) {
+  m_first = 0;
   m_count = patterns.size();
   const auto point = [&](std::vector<const float*>& rows, const Matrix& table) {
     const float* const base = table.All().data();
@@ -268,8 +280,8 @@ void PackedNetwork::ForwardInParts(bool derivatives) {
 }
 
 void PackedNetwork::Backpropagate() {
-  if (!m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, 0, m_count);
-  m_last_deltas = m_count - 1;
+  if (!m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, m_first, m_count);
+  m_last_deltas = m_first + m_count - 1;
 }
 
 void PackedNetwork::AddGradients(bool begins) {
@@ -282,20 +294,23 @@ void PackedNetwork::AddGradientsAndUpdate(bool begins) {
 
 void PackedNetwork::GradientsInParts(const kernels::GroupStep& group) {
   const size_t parts = Parts();
-  if (parts == 1) return kernels::Gradients(m_panels, m_count, group, {});
-  m_workers->Run([&](size_t part) { kernels::Gradients(m_panels, m_count, group, {part, parts}); });
+  if (parts == 1) return kernels::Gradients(m_panels, m_first, m_count, group, {});
+  m_workers->Run([&](size_t part) {
+    kernels::Gradients(m_panels, m_first, m_count, group, {part, parts});
+  });
 }
 
-void PackedNetwork::UpdateAndForward(int32_t next_pattern) {
-  const float* const previous_input = m_input_rows[0];
-  const std::span next(&next_pattern, 1);
-  Begin(next);
-  kernels::UpdateAndForward(m_panels, previous_input, {m_network.Alpha, m_network.Eta},
-                            m_descending);
+void PackedNetwork::UpdateAndForward(std::span<const int32_t> next_patterns) {
+  const kernels::PreviousPattern previous = {m_input_rows[m_first], m_first};
+  Begin(next_patterns);
+  kernels::UpdateAndForward(m_panels, m_count, previous, {m_network.Alpha, m_network.Eta},
+                            m_network.FastProp, m_descending);
+  StoreOutputs(next_patterns);
   m_has_deltas = false;
-  StoreOutputs(next);
-  m_descending = !m_descending;
-  m_last = 0;
+  if (m_count % 2 != 0) m_descending = !m_descending;
+  m_first = m_last = m_count - 1;
+  m_count = 1;
+  if (m_first > 0) m_last_deltas = m_first - 1;
 }
 
 }  // namespace tarn

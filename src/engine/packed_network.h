@@ -67,9 +67,11 @@ class PackedNetwork {
   void AddGradients(bool begins);
   // The same for the last patterns of a group, and moves the weights.
   void AddGradientsAndUpdate(bool begins);
-  // For groups of one pattern, after Backpropagate: AddGradientsAndUpdate(true), then
-  // ForwardWithDerivatives of the next pattern, in one sweep over the weights.
-  void UpdateAndForward(int32_t next_pattern);
+  // For groups of one pattern, after Backpropagate. For each of the patterns that follow, at most
+  // batch_of_single_patterns() of them: AddGradientsAndUpdate(true) and ForwardWithDerivatives in
+  // one sweep over the weights, and Backpropagate for all but the last.
+  void UpdateAndForward(std::span<const int32_t> next_patterns);
+  size_t batch_of_single_patterns() const { return m_batch_of_single_patterns; }
 
  private:
   using Floats = hwy::AlignedFreeUniquePtr<float[]>;
@@ -97,7 +99,9 @@ class PackedNetwork {
   Network& m_network;
   Use m_use;
   size_t m_batch = 1;
-  size_t m_count = 0;         // patterns of the batch under way
+  size_t m_batch_of_single_patterns = 1;
+  size_t m_first = 0;         // place in the batch of the patterns under way
+  size_t m_count = 0;         // how many they are
   size_t m_last = 0;          // the place of the pattern whose derivatives Publish gives
   size_t m_last_deltas = 0;   // and the deltas
   bool m_has_deltas = false;  // of the batch under way, ahead of Backpropagate

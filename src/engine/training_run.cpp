@@ -272,8 +272,11 @@ TrainingRun::Stage TrainingRun::Update() {
     m_packed->AddGradientsAndUpdate(m_in_group == m_batch);
     return Stage::kIteration;
   }
-  m_packed->UpdateAndForward(m_network.train_list[static_cast<size_t>(m_cursor)]);
-  m_work += m_connections;
+  // Groups of their own, each but the last with everything that belongs to it.
+  m_batch = std::min(BatchOf(m_network.nTrain - m_cursor),
+                     static_cast<int32_t>(m_packed->batch_of_single_patterns()));
+  m_packed->UpdateAndForward(Batch());
+  m_work += m_connections * m_batch;
   m_in_group = 0;
   return Stage::kBackward;
 }

@@ -84,19 +84,21 @@ void TrainPacked(Network& network, size_t groups, size_t group, size_t threads) 
   packed.Publish();
 }
 
-// Groups of one pattern in the sweep that takes the next pattern along.
+// Groups of one pattern in the sweep that takes the next ones along: one, two, three ... of them.
 void TrainOnline(Network& network, size_t patterns) {
   PackedNetwork packed(network, Use::kTraining, 1);
-  const std::vector<int32_t>& list = network.train_list;
-  packed.ForwardWithDerivatives(std::span(list).first(1));
-  for (size_t k = 1; k <= patterns; ++k) {
+  const std::span<const int32_t> list(network.train_list);
+  packed.ForwardWithDerivatives(list.first(1));
+  packed.Backpropagate();
+  size_t together = 0;
+  for (size_t done = 1; done < patterns; done += together) {
+    const size_t cursor = done % list.size();
+    together = std::min(
+        {together % packed.batch_of_single_patterns() + 1, patterns - done, list.size() - cursor});
+    packed.UpdateAndForward(list.subspan(cursor, together));
     packed.Backpropagate();
-    if (k < patterns) {
-      packed.UpdateAndForward(list[k % list.size()]);
-    } else {
-      packed.AddGradientsAndUpdate(true);
-    }
   }
+  packed.AddGradientsAndUpdate(true);
   packed.Publish();
 }
 

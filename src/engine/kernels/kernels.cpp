@@ -31,14 +31,15 @@ void DeltasHere(const NetworkPanels& network, float fast_prop, size_t first, siz
   DeltasOfPatterns(network, fast_prop, first, count);
 }
 
-void GradientsHere(const NetworkPanels& network, size_t count, const GroupStep& group,
+void GradientsHere(const NetworkPanels& network, size_t first, size_t count, const GroupStep& group,
                    const Part& part) {
-  GradientsOfBatch(network, count, group, part);
+  GradientsOfPatterns(network, first, count, group, part);
 }
 
-void UpdateAndForwardHere(const NetworkPanels& network, const float* previous_input,
-                          const WeightStep& step, bool descending) {
-  SweepNetwork(network, previous_input, step, descending);
+void UpdateAndForwardHere(const NetworkPanels& network, size_t count,
+                          const PreviousPattern& previous, const WeightStep& step, float fast_prop,
+                          bool descending) {
+  SweepPatterns(network, count, previous, step, fast_prop, descending);
 }
 
 void ToTableHere(const PanelShape& shape, const float* panels, size_t sources, size_t nodes,
@@ -80,14 +81,15 @@ void Deltas(const NetworkPanels& network, float fast_prop, size_t first, size_t 
   HWY_DYNAMIC_DISPATCH(DeltasHere)(network, fast_prop, first, count);
 }
 
-void Gradients(const NetworkPanels& network, size_t count, const GroupStep& group,
+void Gradients(const NetworkPanels& network, size_t first, size_t count, const GroupStep& group,
                const Part& part) {
-  HWY_DYNAMIC_DISPATCH(GradientsHere)(network, count, group, part);
+  HWY_DYNAMIC_DISPATCH(GradientsHere)(network, first, count, group, part);
 }
 
-void UpdateAndForward(const NetworkPanels& network, const float* previous_input,
-                      const WeightStep& step, bool descending) {
-  HWY_DYNAMIC_DISPATCH(UpdateAndForwardHere)(network, previous_input, step, descending);
+void UpdateAndForward(const NetworkPanels& network, size_t count, const PreviousPattern& previous,
+                      const WeightStep& step, float fast_prop, bool descending) {
+  HWY_DYNAMIC_DISPATCH(UpdateAndForwardHere)
+  (network, count, previous, step, fast_prop, descending);
 }
 
 void ToTable(const PanelShape& shape, const float* panels, size_t sources, size_t nodes,

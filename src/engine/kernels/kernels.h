@@ -66,21 +66,26 @@ void Forward(const NetworkPanels& network, size_t first, size_t count, bool deri
 //   output
 void Deltas(const NetworkPanels& network, float fast_prop, size_t first, size_t count);
 
-// Gradients of the first `count` patterns of the batch (none will do), added to the sums of the
-// group:
+// Gradients of the patterns first..first+count-1 of the batch (none will do), added to the sums
+// of the group:
 //   gradient += factor delta, and for the bias: gradient += delta
 // When the group ends the weights move, and the sums need not be looked at:
 //   change = alpha change + eta gradient, weight += change mask
-void Gradients(const NetworkPanels& network, size_t count, const GroupStep& group,
+void Gradients(const NetworkPanels& network, size_t first, size_t count, const GroupStep& group,
                const Part& part);
 
-// Training pattern by pattern: the update by pattern 0 of the batch as a group of its own, then
-// the forward pass with derivatives of the pattern whose rows stand in its place by now. Deltas
-// and factors are still those of the pattern before, whose row of the input layer is
-// `previous_input`. Panels are visited upwards or downwards; each time the other way finds some
-// of them in the cache.
-void UpdateAndForward(const NetworkPanels& network, const float* previous_input,
-                      const WeightStep& step, bool descending);
+// The pattern before the first one of a batch whose patterns are groups of their own.
+struct PreviousPattern {
+  const float* input = nullptr;  // its row of the input layer
+  size_t place = 0;              // where its deltas and factors stand
+};
+
+// Training pattern by pattern, for the first `count` patterns of the batch: the update by the
+// pattern before, then the forward pass with derivatives, then, for all but the last pattern,
+// deltas and factors. Panels are visited upwards or downwards in turn: each time the other way
+// finds some of them in the cache.
+void UpdateAndForward(const NetworkPanels& network, size_t count, const PreviousPattern& previous,
+                      const WeightStep& step, float fast_prop, bool descending);
 
 // A layer's panels of weights or the like as a table by node, the bias last: nodes x stride.
 void ToTable(const PanelShape& shape, const float* panels, size_t sources, size_t nodes,

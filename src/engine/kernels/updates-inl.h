@@ -59,8 +59,8 @@ HWY_INLINE FloatVector MoveWeights(const PanelPointers& panel, size_t at, FloatV
 // Rows `row`.. of a panel by source: each lane adds up its connection's gradient over the
 // patterns of the batch.
 template <size_t kRows, size_t kVectors, bool kMasked>
-HWY_INLINE void GradientsTile(const LayerPanels& layer, size_t node, size_t row, size_t count,
-                              const GroupStep& group) {
+HWY_INLINE void GradientsTile(const LayerPanels& layer, size_t node, size_t row, size_t first,
+                              size_t count, const GroupStep& group) {
   const FloatTag d;
   const size_t lanes = hn::Lanes(d);
   const size_t width = kVectors * lanes;
@@ -74,8 +74,8 @@ HWY_INLINE void GradientsTile(const LayerPanels& layer, size_t node, size_t row,
   }
   const bool bias = row == layer.sources;
   const float one = 1.0F;
-  const float* delta = layer.deltas + node;
-  for (size_t p = 0; p < count; ++p, delta += layer.padded_nodes) {
+  const float* delta = layer.deltas + first * layer.padded_nodes + node;
+  for (size_t p = first; p < first + count; ++p, delta += layer.padded_nodes) {
     const float* const factors = bias ? &one : layer.factors[p] + row;
     FloatVector deltas[kVectors];
     TARN_UNROLL for (size_t v = 0; v < kVectors; ++v) deltas[v] = hn::Load(d, delta + v * lanes);
@@ -105,20 +105,21 @@ HWY_INLINE void GradientsTile(const LayerPanels& layer, size_t node, size_t row,
 }
 
 template <bool kMasked>
-HWY_INLINE void GradientsOfLayer(const PanelShape& shape, const LayerPanels& layer, size_t count,
-                                 const GroupStep& group, const Part& part) {
-  const size_t first = part.Begin(layer.sources);
-  const size_t rows = part.End(layer.sources) - first;
+HWY_INLINE void GradientsOfLayer(const PanelShape& shape, const LayerPanels& layer, size_t first,
+                                 size_t count, const GroupStep& group, const Part& part) {
+  const size_t first_row = part.Begin(layer.sources);
+  const size_t rows = part.End(layer.sources) - first_row;
   const bool with_bias = part.index + 1 == part.count;
   for (size_t n = 0; n < layer.padded_nodes; n += shape.panel_nodes) {
     const size_t vectors = shape.Width(layer.padded_nodes, n) / shape.lanes;
     const auto tile = [&](auto tile_rows, auto tile_vectors, size_t row) HWY_ATTR {
-      GradientsTile<tile_rows(), tile_vectors(), kMasked>(layer, n, first + row, count, group);
+      GradientsTile<tile_rows(), tile_vectors(), kMasked>(layer, n, first_row + row, first, count,
+                                                          group);
     };
     ForTiles(vectors, rows, tile);
     if (!with_bias) continue;
     ForTiles(vectors, 1, [&](auto, auto tile_vectors, size_t) HWY_ATTR {
-      GradientsTile<1, tile_vectors(), kMasked>(layer, n, layer.sources, count, group);
+      GradientsTile<1, tile_vectors(), kMasked>(layer, n, layer.sources, first, count, group);
     });
   }
 }
@@ -160,39 +161,48 @@ HWY_INLINE void RefreshTransposed(const PanelShape& shape, const LayerPanels& la
                 part.End(layer.sources), layer.transposed, layer.padded_sources);
 }
 
-HWY_INLINE void GradientsOfBatch(const NetworkPanels& network, size_t count, const GroupStep& group,
-                                 const Part& part) {
+HWY_INLINE void GradientsOfPatterns(const NetworkPanels& network, size_t first, size_t count,
+                                    const GroupStep& group, const Part& part) {
   for (size_t l = 0; l < network.layer_count; ++l) {
     const LayerPanels& layer = network.layers[l];
     if (layer.masks != nullptr) {
-      GradientsOfLayer<true>(network.shape, layer, count, group, part);
+      GradientsOfLayer<true>(network.shape, layer, first, count, group, part);
     } else {
-      GradientsOfLayer<false>(network.shape, layer, count, group, part);
+      GradientsOfLayer<false>(network.shape, layer, first, count, group, part);
     }
     if (group.ends) RefreshTransposed(network.shape, layer, part);
   }
 }
 
+// One step of training pattern by pattern: what the update needs of the pattern before, and the
+// place of the next one in the batch.
+struct Sweep {
+  PreviousPattern previous;
+  StepVectors step;
+  size_t place;
+  bool descending;
+};
+
 // One panel: its weights take in the pattern before, as a group of its own, and are multiplied
-// with the inputs of this one while they are still in registers.
+// with the inputs of the next one while they are still in registers.
 template <size_t kVectors, bool kMasked>
 HWY_INLINE void SweepPanel(const LayerPanels& layer, size_t node, const float* HWY_RESTRICT factors,
-                           const WeightStep& weight_step, float* nets) {
+                           const Sweep& sweep, float* nets) {
   const FloatTag d;
   const size_t lanes = hn::Lanes(d);
   const size_t width = kVectors * lanes;
   const size_t sources = layer.sources;
   const PanelPointers panel(layer, node * (sources + 1));
-  const StepVectors step = VectorsOf(weight_step);
   const FloatVector zero = hn::Zero(d);
+  const float* const previous_deltas = layer.deltas + sweep.previous.place * layer.padded_nodes;
   FloatVector deltas[kVectors];
   FloatVector x[kVectors];
   TARN_UNROLL for (size_t v = 0; v < kVectors; ++v) {
-    deltas[v] = hn::Load(d, layer.deltas + node + v * lanes);
+    deltas[v] = hn::Load(d, previous_deltas + node + v * lanes);
     const size_t at = sources * width + v * lanes;
-    x[v] = hn::Neg(MoveWeights<kMasked>(panel, at, hn::Add(zero, deltas[v]), step));
+    x[v] = hn::Neg(MoveWeights<kMasked>(panel, at, hn::Add(zero, deltas[v]), sweep.step));
   }
-  const float* const HWY_RESTRICT inputs = layer.inputs[0];
+  const float* const HWY_RESTRICT inputs = layer.inputs[sweep.place];
   size_t at = 0;
   for (size_t i = 0; i < sources; ++i, at += width) {
     const FloatVector factor = hn::Set(d, factors[i]);
@@ -200,7 +210,7 @@ HWY_INLINE void SweepPanel(const LayerPanels& layer, size_t node, const float* H
     TARN_UNROLL for (size_t v = 0; v < kVectors; ++v) {
       // A sum begins with +0: a product of -0 does not stay one.
       const FloatVector gradient = hn::Add(zero, hn::Mul(factor, deltas[v]));
-      const FloatVector weights = MoveWeights<kMasked>(panel, at + v * lanes, gradient, step);
+      const FloatVector weights = MoveWeights<kMasked>(panel, at + v * lanes, gradient, sweep.step);
       x[v] = hn::Sub(x[v], hn::Mul(weights, input));
     }
   }
@@ -211,30 +221,44 @@ HWY_INLINE void SweepPanel(const LayerPanels& layer, size_t node, const float* H
 
 template <bool kMasked>
 HWY_INLINE void SweepLayer(const PanelShape& shape, const LayerPanels& layer, const float* factors,
-                           const WeightStep& step, bool descending, float* nets) {
+                           const Sweep& sweep, float* nets) {
   const size_t panels = (layer.padded_nodes + shape.panel_nodes - 1) / shape.panel_nodes;
   for (size_t k = 0; k < panels; ++k) {
-    const size_t n = (descending ? panels - 1 - k : k) * shape.panel_nodes;
+    const size_t n = (sweep.descending ? panels - 1 - k : k) * shape.panel_nodes;
     ForTiles(shape.Width(layer.padded_nodes, n) / shape.lanes, 1,
              [&](auto, auto vectors, size_t)
-                 HWY_ATTR { SweepPanel<vectors(), kMasked>(layer, n, factors, step, nets); });
+                 HWY_ATTR { SweepPanel<vectors(), kMasked>(layer, n, factors, sweep, nets); });
   }
 }
 
-HWY_INLINE void SweepNetwork(const NetworkPanels& network, const float* previous_input,
-                             const WeightStep& step, bool descending) {
+HWY_INLINE void SweepNetwork(const NetworkPanels& network, const Sweep& sweep) {
   for (size_t l = 0; l < network.layer_count; ++l) {
     const LayerPanels& layer = network.layers[l];
-    const float* const factors = l == 0 ? previous_input : layer.factors[0];
+    const float* const factors =
+        l == 0 ? sweep.previous.input : layer.factors[sweep.previous.place];
     if (layer.masks != nullptr) {
-      SweepLayer<true>(network.shape, layer, factors, step, descending, network.nets);
+      SweepLayer<true>(network.shape, layer, factors, sweep, network.nets);
     } else {
-      SweepLayer<false>(network.shape, layer, factors, step, descending, network.nets);
+      SweepLayer<false>(network.shape, layer, factors, sweep, network.nets);
     }
     // Before the long chain of the transfer function: the deltas soon read in whole vectors what
     // is written here in pieces, which has to be in the cache by then.
     RefreshTransposed(network.shape, layer, Part());
-    TransferRows(layer, network.nets, 0, 1, true);
+    TransferRows(layer, network.nets, sweep.place, 1, true);
+  }
+}
+
+HWY_INLINE void SweepPatterns(const NetworkPanels& network, size_t count,
+                              const PreviousPattern& previous, const WeightStep& step,
+                              float fast_prop, bool descending) {
+  Sweep sweep = {previous, VectorsOf(step), 0, descending};
+  for (;;) {
+    SweepNetwork(network, sweep);
+    if (sweep.place + 1 == count) return;
+    DeltasOfPatterns(network, fast_prop, sweep.place, 1);
+    sweep.previous = {network.layers[0].inputs[sweep.place], sweep.place};
+    sweep.descending = !sweep.descending;
+    ++sweep.place;
   }
 }
 
