@@ -1,17 +1,18 @@
 #include "engine/monitors.h"
 
 #include <cmath>
+#include <type_traits>
 
 namespace tarn {
 
 namespace {
 
-template <typename Sum>
+template <bool kWithHits, typename Sum>
 inline void AddPattern(MonitorSums<Sum>& sums, const float* targets, const float* outputs,
                        size_t count, float tolerance) {
   for (size_t j = 0; j < count; ++j) {
     const float error = targets[j] - outputs[j];
-    sums.hits += std::fabs(error) < tolerance ? 1 : 0;
+    if constexpr (kWithHits) sums.hits += std::fabs(error) < tolerance ? 1 : 0;
     sums.squared_error += error * error;
     const Sum out = outputs[j];
     const Sum wanted = targets[j];
@@ -28,7 +29,7 @@ inline void AddPattern(MonitorSums<Sum>& sums, const float* targets, const float
 template <typename Sum>
 void MonitorSums<Sum>::Add(std::span<const float> targets, std::span<const float> outputs,
                            float tolerance) {
-  AddPattern(*this, targets.data(), outputs.data(), outputs.size(), tolerance);
+  AddPattern<true>(*this, targets.data(), outputs.data(), outputs.size(), tolerance);
 }
 
 template <typename Sum>
@@ -36,9 +37,19 @@ void MonitorSums<Sum>::AddRows(const Matrix& targets, const Matrix& outputs,
                                std::span<const int32_t> rows, float tolerance) {
   // The sums stay in registers: through memory, each step would wait for the store before it.
   MonitorSums sums = *this;
-  for (const int32_t row : rows) {
-    const auto r = static_cast<size_t>(row);
-    AddPattern(sums, targets.Row(r).data(), outputs.Row(r).data(), outputs.columns(), tolerance);
+  const size_t columns = outputs.columns();
+  const float* const wanted = targets.All().data();
+  const float* const given = outputs.All().data();
+  const auto add = [&](auto with_hits) {
+    for (const int32_t row : rows) {
+      const size_t at = static_cast<size_t>(row) * columns;
+      AddPattern<with_hits()>(sums, wanted + at, given + at, columns, tolerance);
+    }
+  };
+  if (tolerance > 0) {
+    add(std::true_type());
+  } else {
+    add(std::false_type());
   }
   *this = sums;
 }

@@ -260,9 +260,25 @@ TrainingRun::Stage TrainingRun::Advance() {
   return m_in_group < m_group ? Stage::kForward : Stage::kUpdate;
 }
 
-// Whether nothing comes between this update and the next pattern, both groups of their own.
+// Whether nothing that sees or uses the network comes between this update and the next pattern,
+// both groups of their own.
 bool TrainingRun::NextFollowsAtOnce() {
-  return m_group == 1 && m_group_size == 1 && !m_pass_complete && !m_stop_asked && !TimeIsUp();
+  if (m_group != 1 || m_group_size != 1 || m_stop_asked || TimeIsUp()) return false;
+  return !m_pass_complete || NextIterationEndsQuietly();
+}
+
+bool TrainingRun::NextIterationEndsQuietly() const {
+  const int32_t next = m_network.iteration + 1;
+  return next < m_network.MaxIterations && next < m_network.LRC && !IsScreenUpdate(next) &&
+         !IsAutoSave(next);
+}
+
+bool TrainingRun::IsScreenUpdate(int32_t iteration) const {
+  return iteration % std::max(m_network.UpdateRate, 1) == 0 || iteration == 1;
+}
+
+bool TrainingRun::IsAutoSave(int32_t iteration) const {
+  return m_network.SaveRate > 0 && iteration % m_network.SaveRate == 0;
 }
 
 TrainingRun::Stage TrainingRun::Update() {
@@ -271,6 +287,11 @@ TrainingRun::Stage TrainingRun::Update() {
   if (!NextFollowsAtOnce()) {
     m_packed->AddGradientsAndUpdate(m_in_group == m_batch);
     return Stage::kIteration;
+  }
+  if (m_pass_complete) {
+    EndIteration();
+    m_pass_complete = false;
+    m_cursor = 0;
   }
   // Groups of their own, each but the last with everything that belongs to it.
   m_batch = std::min(BatchOf(m_network.nTrain - m_cursor),
@@ -294,8 +315,7 @@ TrainingRun::Stage TrainingRun::EndIteration() {
     Publish();
     m_observer.LearnRateControlStarted();
   }
-  const int32_t rate = std::max(network.UpdateRate, 1);
-  const bool due = network.iteration % rate == 0 || network.iteration == 1 || m_limit_reached;
+  const bool due = IsScreenUpdate(network.iteration) || m_limit_reached;
   return due ? Stage::kScreen : Stage::kAutoSave;
 }
 
@@ -354,8 +374,7 @@ void TrainingRun::Refresh() {
 }
 
 void TrainingRun::AutoSave() {
-  if (m_network.SaveRate <= 0 || m_network.iteration % m_network.SaveRate != 0) return;
-  if (!m_observer.CanStoreSnapshot()) return;
+  if (!IsAutoSave(m_network.iteration) || !m_observer.CanStoreSnapshot()) return;
   m_work += kWorkPerClockReading;
   Publish();
   m_observer.ShowStatus(kAutoSaveStatus);

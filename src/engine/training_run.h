@@ -128,6 +128,9 @@ class TrainingRun {
   int32_t BatchOf(int32_t patterns) const;
   std::span<const int32_t> Batch() const;
   bool NextFollowsAtOnce();
+  bool NextIterationEndsQuietly() const;
+  bool IsScreenUpdate(int32_t iteration) const;
+  bool IsAutoSave(int32_t iteration) const;
   void Publish();
   void UpdateTiming();
   static bool StopsBefore(Stage next);
