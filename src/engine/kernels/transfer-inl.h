@@ -22,8 +22,8 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // Rounded to float, infinite where it is too large for one: the emulated vectors' own demotion
 // stops at the largest float there.
-template <typename FloatTagOfSameLanes>
-HWY_INLINE hn::Vec<FloatTagOfSameLanes> ToFloat(FloatTagOfSameLanes d, DoubleVector x) {
+template <class D>
+HWY_INLINE hn::Vec<D> ToFloat(D d, DoubleVector x) {
 #if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
   const DoubleTag dd;
   HWY_ALIGN double wide[hn::MaxLanes(dd)];
@@ -36,51 +36,71 @@ HWY_INLINE hn::Vec<FloatTagOfSameLanes> ToFloat(FloatTagOfSameLanes d, DoubleVec
 #endif
 }
 
-// A function of vectors of doubles over one of floats.
-template <typename Function>
-HWY_INLINE FloatVector InDouble(Function function, FloatVector x) {
+// What doubles a vector of floats makes.
+template <class D>
+constexpr size_t kDoubleVectors = hn::MaxLanes(D()) / hn::MaxLanes(DoubleTag());
+
+// Replaces floats by a function of them in double precision, for all of kVectors vectors at once.
+template <class D, size_t kVectors, typename Function>
+HWY_INLINE void InDouble(D d, hn::Vec<D> (&x)[kVectors], const Function& function) {
   const DoubleTag dd;
-#if HWY_TARGET == HWY_SCALAR
-  return ToFloat(FloatTag(), function(hn::PromoteTo(dd, x)));
-#else
-  const hn::Half<FloatTag> half;
-  const auto lower = ToFloat(half, function(hn::PromoteTo(dd, hn::LowerHalf(half, x))));
-  const auto upper = ToFloat(half, function(hn::PromoteTo(dd, hn::UpperHalf(half, x))));
-  return hn::Combine(FloatTag(), upper, lower);
+  DoubleVector wide[kVectors * kDoubleVectors<D>];
+  if constexpr (kDoubleVectors<D> == 1) {
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) wide[k] = hn::PromoteTo(dd, x[k]);
+    function(wide);
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = ToFloat(d, wide[k]);
+  } else {
+#if HWY_TARGET != HWY_SCALAR
+    const hn::Half<D> half;
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      wide[2 * k] = hn::PromoteTo(dd, hn::LowerHalf(half, x[k]));
+      wide[2 * k + 1] = hn::PromoteTo(dd, hn::UpperHalf(half, x[k]));
+    }
+    function(wide);
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      x[k] = hn::Combine(d, ToFloat(half, wide[2 * k + 1]), ToFloat(half, wide[2 * k]));
+    }
 #endif
+  }
 }
 
-// e^x, rounded to float once.
-template <size_t kVectors>
-HWY_INLINE void ExpOf(FloatVector (&x)[kVectors]) {
-  const DoubleTag dd;
-#if HWY_TARGET == HWY_SCALAR
-  DoubleVector wide[kVectors];
-  for (size_t k = 0; k < kVectors; ++k) wide[k] = hn::PromoteTo(dd, x[k]);
-  ScaledExp<0>(wide);
-  for (size_t k = 0; k < kVectors; ++k) x[k] = ToFloat(FloatTag(), wide[k]);
-#else
-  const hn::Half<FloatTag> half;
-  DoubleVector wide[2 * kVectors];
-  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    wide[2 * k] = hn::PromoteTo(dd, hn::LowerHalf(half, x[k]));
-    wide[2 * k + 1] = hn::PromoteTo(dd, hn::UpperHalf(half, x[k]));
+// Types, too, to be sure of their inlining.
+struct ExpOfWide {
+  template <size_t kVectors>
+  HWY_INLINE void operator()(DoubleVector (&x)[kVectors]) const {
+    ScaledExp<0>(x);
   }
-  ScaledExp<0>(wide);
-  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    x[k] = hn::Combine(FloatTag(), ToFloat(half, wide[2 * k + 1]), ToFloat(half, wide[2 * k]));
+};
+
+struct TanhOfWide {
+  template <size_t kVectors>
+  HWY_INLINE void operator()(DoubleVector (&x)[kVectors]) const {
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = VectorTanh(x[k]);
   }
-#endif
-}
+};
+
+struct CoshOfWide {
+  template <size_t kVectors>
+  HWY_INLINE void operator()(DoubleVector (&x)[kVectors]) const {
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = VectorCosh(x[k]);
+  }
+};
+
+struct SinhOfWide {
+  template <size_t kVectors>
+  HWY_INLINE void operator()(DoubleVector (&x)[kVectors]) const {
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = VectorSinh(x[k]);
+  }
+};
 
 // Each function is a type, so that the loop over the nodes is compiled for it alone: x becomes
 // y, and the derivative is given.
 struct SigmoidFunction {
-  template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
-                             FloatVector (&derivative)[kVectors]) const {
-    const FloatVector one = hn::Set(FloatTag(), 1.0F);
-    ExpOf(x);
+  template <class D, size_t kVectors>
+  HWY_INLINE void operator()(D d, hn::Vec<D> (&x)[kVectors],
+                             hn::Vec<D> (&derivative)[kVectors]) const {
+    const auto one = hn::Set(d, 1.0F);
+    InDouble(d, x, ExpOfWide());
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::Div(one, hn::Add(x[k], one));
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
       derivative[k] = hn::Mul(hn::Sub(one, x[k]), x[k]);
@@ -89,15 +109,14 @@ struct SigmoidFunction {
 };
 
 struct GaussianFunction {
-  template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
-                             FloatVector (&derivative)[kVectors]) const {
-    const FloatTag d;
+  template <class D, size_t kVectors>
+  HWY_INLINE void operator()(D d, hn::Vec<D> (&x)[kVectors],
+                             hn::Vec<D> (&derivative)[kVectors]) const {
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
       derivative[k] = hn::Mul(x[k], hn::Set(d, 2.0F));
       x[k] = hn::Neg(hn::Mul(x[k], x[k]));
     }
-    ExpOf(x);
+    InDouble(d, x, ExpOfWide());
     TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
       // x may be so large that x * 2 is infinite.
       derivative[k] = hn::IfThenZeroElse(hn::Eq(x[k], hn::Zero(d)), hn::Mul(derivative[k], x[k]));
@@ -106,67 +125,87 @@ struct GaussianFunction {
 };
 
 struct TanhFunction {
-  template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
-                             FloatVector (&derivative)[kVectors]) const {
-    const FloatVector one = hn::Set(FloatTag(), 1.0F);
-    const FloatVector half = hn::Set(FloatTag(), 0.5F);
-    for (size_t k = 0; k < kVectors; ++k) {
-      const FloatVector t =
-          InDouble([](DoubleVector v) HWY_ATTR { return VectorTanh(v); }, hn::Neg(x[k]));
-      x[k] = hn::Mul(hn::Add(t, one), half);
-      derivative[k] = hn::Mul(hn::Sub(one, hn::Mul(t, t)), half);
+  template <class D, size_t kVectors>
+  HWY_INLINE void operator()(D d, hn::Vec<D> (&x)[kVectors],
+                             hn::Vec<D> (&derivative)[kVectors]) const {
+    const auto one = hn::Set(d, 1.0F);
+    const auto half = hn::Set(d, 0.5F);
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::Neg(x[k]);
+    InDouble(d, x, TanhOfWide());
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      derivative[k] = hn::Mul(hn::Sub(one, hn::Mul(x[k], x[k])), half);
+      x[k] = hn::Mul(hn::Add(x[k], one), half);
     }
   }
 };
 
 struct SechFunction {
-  template <size_t kVectors>
-  HWY_INLINE void operator()(FloatVector (&x)[kVectors],
-                             FloatVector (&derivative)[kVectors]) const {
-    const FloatTag d;
-    for (size_t k = 0; k < kVectors; ++k) {
-      const FloatVector c = InDouble([](DoubleVector v) HWY_ATTR { return VectorCosh(v); }, x[k]);
-      const FloatVector s =
-          InDouble([](DoubleVector v) HWY_ATTR { return VectorSinh(v); }, hn::Neg(x[k]));
-      const FloatVector y = hn::Div(hn::Set(d, 1.0F), c);
+  template <class D, size_t kVectors>
+  HWY_INLINE void operator()(D d, hn::Vec<D> (&x)[kVectors],
+                             hn::Vec<D> (&derivative)[kVectors]) const {
+    hn::Vec<D> s[kVectors];
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) s[k] = hn::Neg(x[k]);
+    InDouble(d, s, SinhOfWide());
+    InDouble(d, x, CoshOfWide());
+    TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
+      const auto y = hn::Div(hn::Set(d, 1.0F), x[k]);
       // s is infinite where y is 0.
       derivative[k] =
-          hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), hn::Mul(hn::Mul(hn::Neg(s), y), y));
+          hn::IfThenZeroElse(hn::Eq(y, hn::Zero(d)), hn::Mul(hn::Mul(hn::Neg(s[k]), y), y));
       x[k] = y;
     }
   }
 };
 
-template <size_t kVectors, typename Function>
-HWY_INLINE void TransferAt(Function function, const float* HWY_RESTRICT negated_net,
+HWY_INLINE void StoreWhole(FloatVector v, float* out) {
+  hn::StoreU(v, FloatTag(), out);
+}
+
+#if HWY_TARGET != HWY_SCALAR
+// The other half is stored, too: readers take whole vectors, and one that is only in part in a
+// store still on its way has to wait for it.
+HWY_INLINE void StoreWhole(hn::Vec<hn::Half<FloatTag>> v, float* out) {
+  hn::StoreU(hn::ZeroExtendVector(FloatTag(), v), FloatTag(), out);
+}
+#endif
+
+template <size_t kVectors, class D, typename Function>
+HWY_INLINE void TransferAt(D d, Function function, const float* HWY_RESTRICT negated_net,
                            float* HWY_RESTRICT output, float* HWY_RESTRICT derivative_or_null) {
-  const FloatTag d;
   const size_t lanes = hn::Lanes(d);
-  FloatVector x[kVectors];
-  FloatVector derivative[kVectors];
+  hn::Vec<D> x[kVectors];
+  hn::Vec<D> derivative[kVectors];
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) x[k] = hn::LoadU(d, negated_net + k * lanes);
-  function(x, derivative);
-  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) hn::StoreU(x[k], d, output + k * lanes);
+  function(d, x, derivative);
+  TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) StoreWhole(x[k], output + k * lanes);
   if (derivative_or_null == nullptr) return;
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    hn::StoreU(derivative[k], d, derivative_or_null + k * lanes);
+    StoreWhole(derivative[k], derivative_or_null + k * lanes);
   }
 }
 
-// Whole vectors only: up to a vector's width less one past `count` is read and written.
+// Whole vectors only, the last one of half the width where that will do: up to a vector's width
+// less one past `count` is read and written.
 template <typename Function>
 HWY_INLINE void ForEachVector(Function function, const float* negated_net, size_t count,
                               float* output, float* derivative_or_null) {
-  const size_t lanes = hn::Lanes(FloatTag());
+  const FloatTag d;
+  const size_t lanes = hn::Lanes(d);
   const auto derivative_at = [&](size_t j) {
     return derivative_or_null == nullptr ? nullptr : derivative_or_null + j;
   };
   size_t j = 0;
   for (; j + lanes < count; j += 2 * lanes) {
-    TransferAt<2>(function, negated_net + j, output + j, derivative_at(j));
+    TransferAt<2>(d, function, negated_net + j, output + j, derivative_at(j));
   }
-  if (j < count) TransferAt<1>(function, negated_net + j, output + j, derivative_at(j));
+  if (j >= count) return;
+#if HWY_TARGET != HWY_SCALAR
+  if (count - j <= lanes / 2) {
+    const hn::Half<FloatTag> half;
+    return TransferAt<1>(half, function, negated_net + j, output + j, derivative_at(j));
+  }
+#endif
+  TransferAt<1>(d, function, negated_net + j, output + j, derivative_at(j));
 }
 
 // A null derivative is not wanted.
