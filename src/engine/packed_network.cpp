@@ -88,7 +88,9 @@ PackedNetwork::PackedNetwork(Network& network, Use use, size_t threads)
   m_panels.targets = m_target_rows.data();
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     Allocate(l);
-    if (use == Use::kTraining) AllocateForTraining(l);
+    if (use == Use::kForward) continue;
+    AllocateForTraining(l);
+    PackDerivatives(l);
   }
   AllocateNets();
   Pack();
@@ -152,33 +154,40 @@ void PackedNetwork::AllocateForTraining(size_t l) {
 }
 
 void PackedNetwork::Pack() {
-  m_first = m_count = m_last = m_last_deltas = 0;
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     const Layer& layer = RecordOf(l);
     kernels::LayerPanels& panels = m_panels.layers[l];
     FillPanels(m_panels.shape, layer.weights, panels.weights);
     if (m_use == Use::kForward) continue;
     FillPanels(m_panels.shape, layer.weight_changes, panels.changes);
-    LayerMemory& memory = m_memory[l];
-    if (m_network.fully_connected) {
-      panels.masks = nullptr;
-    } else {
-      if (memory.masks == nullptr) {
-        memory.masks = AlignedZeros((panels.sources + 1) * panels.padded_nodes);
-      }
-      FillPanels(m_panels.shape, MasksWithBias(layer.masks), memory.masks.get());
-      panels.masks = memory.masks.get();
-    }
-    // Every place of the batch: a layer without a known transfer function keeps them.
-    for (size_t p = 0; p < m_batch; ++p) {
-      std::ranges::copy(layer.derivatives, panels.derivatives + p * panels.stride);
-    }
-    std::ranges::copy(layer.deltas, panels.deltas);
+    PackMasks(l);
     for (size_t j = 0; panels.transposed != nullptr && j < panels.nodes; ++j) {
       std::copy_n(layer.weights.Row(j).data(), panels.sources,
                   panels.transposed + j * panels.padded_sources);
     }
   }
+}
+
+void PackedNetwork::PackMasks(size_t l) {
+  kernels::LayerPanels& panels = m_panels.layers[l];
+  if (m_network.fully_connected) {
+    panels.masks = nullptr;
+    return;
+  }
+  Floats& masks = m_memory[l].masks;
+  if (masks == nullptr) masks = AlignedZeros((panels.sources + 1) * panels.padded_nodes);
+  FillPanels(m_panels.shape, MasksWithBias(RecordOf(l).masks), masks.get());
+  panels.masks = masks.get();
+}
+
+// In every place of the batch: a layer without a known transfer function keeps its derivatives.
+void PackedNetwork::PackDerivatives(size_t l) {
+  const Layer& layer = RecordOf(l);
+  const kernels::LayerPanels& panels = m_panels.layers[l];
+  for (size_t p = 0; p < m_batch; ++p) {
+    std::ranges::copy(layer.derivatives, panels.derivatives + p * panels.stride);
+  }
+  std::ranges::copy(layer.deltas, panels.deltas);
 }
 
 void PackedNetwork::Publish() {

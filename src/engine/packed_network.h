@@ -51,7 +51,7 @@ class PackedNetwork {
   // Most patterns of one call.
   size_t batch() const { return m_batch; }
 
-  // Takes weights, weight changes, masks, derivatives and deltas from the record.
+  // Takes weights, weight changes and masks from the record; the batch under way stays.
   void Pack();
   // Brings the record up to date: weights and weight changes, and the derivatives and deltas of
   // the pattern last propagated.
@@ -87,6 +87,8 @@ class PackedNetwork {
   void Allocate(size_t l);
   void AllocateForTraining(size_t l);
   void AllocateNets();
+  void PackMasks(size_t l);
+  void PackDerivatives(size_t l);
   template <typename Task>
   void InParts(const Task& task);
   size_t Parts() const;

@@ -74,7 +74,7 @@ class TrainingRun {
   // and history start over. Needs at least one training pattern. kOutOfMemory when there is no
   // room for the work; nothing has begun then.
   Status Start();
-  // The network's weights have been replaced since the last slice.
+  // The network's weights, or which of them are removed, have changed since the last slice.
   void WeightsReplaced();
   // Ends the run at the next point where it can, without touching weights further.
   void Stop();

@@ -41,6 +41,41 @@ TEST(MonitorSums, CountNothingWithoutATolerance) {
   EXPECT_EQ(SumsOf<double>({0.5F, 0.25F}, {0.5F, 0.25F}, 0.0F).hits, 0);
 }
 
+template <typename Sum>
+void ExpectRowsAddUpAsOneByOne(float tolerance) {
+  Network network = MakeNetwork({1, 1, 5}, {kSigmoid}, 9);
+  FillWithRandomData(network, 3);
+  const Matrix& targets = network.targets;
+  Matrix outputs = targets;
+  for (float& value : outputs.All()) value = value * value;
+  MonitorSums<Sum> one_by_one;
+  MonitorSums<Sum> rows;
+  const std::vector<int32_t> list = {0, 2, 3, 8};
+  for (int pass = 0; pass < 2; ++pass) {
+    for (const int32_t row : list) {
+      const auto r = static_cast<size_t>(row);
+      one_by_one.Add(targets.Row(r), outputs.Row(r), tolerance);
+    }
+    rows.AddRows(targets, outputs, list, tolerance);
+  }
+  EXPECT_GT(rows.squared_error, 0.0F);
+  EXPECT_EQ(rows.squared_error, one_by_one.squared_error);
+  EXPECT_EQ(rows.output_target, one_by_one.output_target);
+  EXPECT_EQ(rows.output, one_by_one.output);
+  EXPECT_EQ(rows.target, one_by_one.target);
+  EXPECT_EQ(rows.output_squared, one_by_one.output_squared);
+  EXPECT_EQ(rows.target_squared, one_by_one.target_squared);
+  EXPECT_EQ(rows.hits, one_by_one.hits);
+  EXPECT_EQ(rows.hits > 0, tolerance > 0);
+}
+
+TEST(MonitorSums, AddUpRowsOfTablesAsOneByOne) {
+  for (const float tolerance : {0.0F, 0.2F}) {
+    ExpectRowsAddUpAsOneByOne<double>(tolerance);
+    ExpectRowsAddUpAsOneByOne<float>(tolerance);
+  }
+}
+
 TEST(MonitorSums, KeepInDoubleWhatSinglePrecisionLoses) {
   // 2^24 + 1 is no float; nor is the square of 0.1F.
   EXPECT_EQ(SumsOf<float>({0, 0}, {16777216.0F, 1.0F}).output, 16777216.0F);

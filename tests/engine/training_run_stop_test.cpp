@@ -41,6 +41,32 @@ TEST_F(TrainingRunStop, RunsAForwardPassFirstWhenAskedForAtOnce) {
   EXPECT_EQ(WeightBits(m_network), weights);
 }
 
+TEST_F(TrainingRunStop, GoesOnWithReplacedWeightsFromWhereTheSliceEnded) {
+  // Before the second pattern, after its forward pass, after its backward pass.
+  for (const int pieces : {3, 4, 5}) {
+    Network network = m_network;
+    Network plain = m_plain;
+    TrainingRun run(network, m_clock, m_observer, kHistory);
+    EXPECT_TRUE(run.Start().ok());
+    Step(run, pieces);
+    InitializeRandomWeights(network, 77);
+    run.WeightsReplaced();
+    Step(run, 6 - pieces);
+
+    PlainRun(plain).Group(1);
+    if (pieces == 3) InitializeRandomWeights(plain, 77);
+    reference::ForwardWithDerivatives(plain, 1);
+    if (pieces == 4) InitializeRandomWeights(plain, 77);
+    reference::Backpropagate(plain, 1);
+    reference::GradientSums sums;
+    reference::ClearGradients(plain, sums);
+    reference::AccumulateGradients(plain, sums, 1);
+    if (pieces == 5) InitializeRandomWeights(plain, 77);
+    reference::UpdateWeights(plain, sums);
+    EXPECT_EQ(WeightBits(network), WeightBits(plain)) << pieces;
+  }
+}
+
 TEST_F(TrainingRunStop, LeavesTheCursorAtThePatternThatWasNotFinished) {
   // The second pattern is stopped once after its forward pass, once after its backward pass.
   for (const int pieces : {4, 5}) {

@@ -1,9 +1,12 @@
 #include "engine/training_run.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "engine/messages.h"
+#include "engine/recall_run.h"
 #include "engine/training_run_fixture.h"
 #include "support/faulty_files.h"
 
@@ -176,6 +179,19 @@ TEST_F(TrainingRunTest, CountsOnAtALaterStartWithANewHistory) {
   ASSERT_EQ(History().size(), 2U);
   EXPECT_EQ(History()[0].iteration, 11);
   EXPECT_EQ(History()[1].iteration, 12);
+}
+
+TEST_F(TrainingRunTest, DoesNotStartWithoutRoomForTheWork) {
+  Network network;
+  network.nLayers = 3;
+  network.nPats = network.nTrain = 1;
+  network.train_list = {0};
+  for (Layer& layer : network.layers) layer.nUnits = std::numeric_limits<int32_t>::max();
+  TrainingRun run(network, m_clock, m_observer, kHistory);
+  EXPECT_EQ(run.Start().message(), kOutOfMemory);
+  EXPECT_EQ(run.state(), RunState::kIdle);
+  EXPECT_EQ(RunRecall(network).message(), kOutOfMemory);
+  EXPECT_FALSE(network.results_ready);
 }
 
 TEST_F(TrainingRunTest, MakesOneMoreIterationWhenStartedAtItsEnd) {
