@@ -2,33 +2,24 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <stdexcept>
 #include <string>
 
-#include "base/clock.h"
-#include "base/temp_file.h"
 #include "engine/monitors.h"
 #include "engine/network.h"
 #include "engine/packed_network.h"
 #include "engine/recall_run.h"
-#include "engine/training_run.h"
+#include "measure.h"
 #include "reference/plain_loops.h"
 #include "workloads.h"
 
-// Whole iterations of training and whole passes of recall, each by name
-//   training/WHO/NETWORK/GROUP   and   recall/WHO/NETWORK
+// Whole iterations of training, slices of it, and whole passes of recall, each by name
+//   training/WHO/NETWORK/GROUP,   slices/WHO/NETWORK/GROUP   and   recall/WHO/NETWORK
 // WHO: plain, the loops that define the results; tarn, the program's own run on one thread;
 // tarn-threads, on all that it would take. Figures are connections x patterns per second.
 
 namespace tarn::bench {
 namespace {
-
-void CountConnections(benchmark::State& state, const Network& network, int64_t passes) {
-  state.counters["connections"] = benchmark::Counter(
-      static_cast<double>(passes) * network.nPats * static_cast<double>(ConnectionCount(network)),
-      benchmark::Counter::kIsRate);
-}
 
 void PlainTraining(benchmark::State& state, const Workload& workload, int32_t group) {
   Network network = MakeNetwork(workload);
@@ -53,19 +44,13 @@ void TarnTraining(benchmark::State& state, const Workload& workload, int32_t gro
                   size_t threads) {
   Network network = MakeNetwork(workload);
   network.WeightRate = group;
-  // Enough iterations at a time that starting and packing do not count.
-  const int64_t pass = ConnectionCount(network) * workload.patterns;
-  const auto iterations = static_cast<int32_t>(std::max<int64_t>(50000000 / pass, 3));
-  const Clock& clock = SteadyClock();
-  TrainingObserver observer;
-  TempFile history;
-  TrainingRun run(network, clock, observer, history.path(), threads);
-  for (auto _ : state) {
-    network.MaxIterations = network.iteration + iterations;
-    if (!run.Start().ok()) throw std::runtime_error("no memory for the run");
-    run.RunFor(std::numeric_limits<int32_t>::max());
-  }
-  CountConnections(state, network, state.iterations() * iterations);
+  MeasureTraining(state, network, threads);
+}
+
+void TarnSlices(benchmark::State& state, const Workload& workload, int32_t group, size_t threads) {
+  Network network = MakeNetwork(workload);
+  network.WeightRate = group;
+  MeasureSlices(state, network, threads);
 }
 
 // Patterns enough that making ready does not count.
@@ -108,6 +93,9 @@ bool Register() {
       Add("training/tarn" + job, [=](auto& state) { TarnTraining(state, workload, group, 1); });
       Add("training/tarn-threads" + job,
           [=](auto& state) { TarnTraining(state, workload, group, UsefulThreads()); });
+      Add("slices/tarn" + job, [=](auto& state) { TarnSlices(state, workload, group, 1); });
+      Add("slices/tarn-threads" + job,
+          [=](auto& state) { TarnSlices(state, workload, group, UsefulThreads()); });
     }
     Add("recall/plain" + network, [=](auto& state) { PlainRecall(state, workload); });
     Add("recall/tarn" + network, [=](auto& state) { TarnRecall(state, workload, 1); });

@@ -45,11 +45,9 @@ std::unique_ptr<fann_train_data, FreeData> MakeData(const Workload& workload) {
 }
 
 void CountConnections(benchmark::State& state, const Workload& workload) {
-  const double connections =
-      (workload.inputs + 1.0) * workload.hidden + (workload.hidden + 1.0) * workload.outputs;
+  const int64_t pairs = workload.Connections() * workload.patterns * state.iterations();
   state.counters["connections"] =
-      benchmark::Counter(static_cast<double>(state.iterations()) * workload.patterns * connections,
-                         benchmark::Counter::kIsRate);
+      benchmark::Counter(static_cast<double>(pairs), benchmark::Counter::kIsRate);
 }
 
 void FannTraining(benchmark::State& state, const Workload& workload, bool all) {

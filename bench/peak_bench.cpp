@@ -1,8 +1,17 @@
-// The arithmetic peak of one thread: multiplications and additions in registers, each rounded by
-// itself as in training, on the widest instruction set: peak/multiply-plus-add, in pairs a second.
+// What one thread can do at most, on the widest instruction set:
+//   peak/multiply-plus-add   multiplications and additions in registers, each rounded by itself
+//                            as in training, in pairs a second
+//   peak/sweep/N             N weights and weight changes read and written, as every update does
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstddef>
+#include <cstdint>
+#include <hwy/aligned_allocator.h>
+#include <set>
+#include <string>
+
+#include "workloads.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "peak_bench.cpp"
@@ -32,6 +41,16 @@ size_t Pairs(size_t rounds, float* sum) {
   return rounds * kChains * hn::Lanes(d);
 }
 
+void Sweep(float* HWY_RESTRICT weights, float* HWY_RESTRICT changes, size_t count) {
+  const hn::ScalableTag<float> d;
+  const auto alpha = hn::Set(d, -1.0F);
+  for (size_t i = 0; i < count; i += hn::Lanes(d)) {
+    const auto change = hn::Mul(alpha, hn::Load(d, changes + i));
+    hn::Store(change, d, changes + i);
+    hn::Store(hn::Add(hn::Load(d, weights + i), change), d, weights + i);
+  }
+}
+
 }  // namespace tarn::bench::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -40,6 +59,7 @@ namespace tarn::bench {
 namespace {
 
 HWY_EXPORT(Pairs);
+HWY_EXPORT(Sweep);
 
 void Peak(benchmark::State& state) {
   constexpr size_t kRounds = 100000;
@@ -53,7 +73,39 @@ void Peak(benchmark::State& state) {
       benchmark::Counter(static_cast<double>(pairs), benchmark::Counter::kIsRate);
 }
 
-BENCHMARK(Peak)->Name("peak/multiply-plus-add")->UseRealTime();
+void SweepPeak(benchmark::State& state, int64_t weights) {
+  const auto count = static_cast<size_t>(weights);
+  const auto make = [&] {
+    constexpr size_t kVector = 64;  // of any machine; the last one is whole
+    auto floats = hwy::AllocateAligned<float>(count + kVector);
+    std::fill_n(floats.get(), count + kVector, 1.0F);
+    return floats;
+  };
+  const auto first = make();
+  const auto second = make();
+  for (auto _ : state) {
+    HWY_DYNAMIC_DISPATCH(Sweep)(first.get(), second.get(), count);
+    benchmark::ClobberMemory();
+  }
+  state.counters["connections"] = benchmark::Counter(
+      static_cast<double>(state.iterations() * weights), benchmark::Counter::kIsRate);
+}
+
+bool Register() {
+  benchmark::RegisterBenchmark("peak/multiply-plus-add", Peak)->UseRealTime();
+  std::set<int64_t> sizes;
+  for (const Workload& workload : kWorkloads) sizes.insert(workload.Connections());
+  for (const int32_t n : kNodeCounts) sizes.insert(Workload{n, n, kNodesOutputs, 0}.Connections());
+  for (const int64_t weights : sizes) {
+    const std::string name = "peak/sweep/" + std::to_string(weights);
+    benchmark::RegisterBenchmark(name.c_str(), [=](auto& state) {
+      SweepPeak(state, weights);
+    })->UseRealTime();
+  }
+  return true;
+}
+
+const bool kRegistered = Register();
 
 }  // namespace
 }  // namespace tarn::bench

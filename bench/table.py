@@ -1,65 +1,73 @@
 #!/usr/bin/env python3
 """Prints the medians and ratios of a benchmark run: table.py RESULTS.json
 
-Names are KIND/WHO/NETWORK[/GROUP]; figures are connections x patterns per second. A network's
-arithmetic is the multiply-plus-add pairs that its kind of work takes; the share of the peak is
-that of pairs of separate multiplications and additions in registers, on one thread.
+Training and recall are in millions of connections x patterns per second. Shares of the peak are
+those of the multiply-plus-add pairs that the work takes, in all the pairs of separate
+multiplications and additions that one thread does in registers. Bytes are what has to pass
+between the processor and what holds the network and its patterns, for each connection and
+pattern: in groups of one every weight and weight change, there and back; always the pattern's
+inputs and targets, and the outputs of its nodes back. Shares of the sweep are those of weights
+updated in all that one thread could read and write of so many.
 """
 
-import json
-import statistics
 import sys
 
+from results import Results, connections_of, number, table, training_pairs
 
-def pairs_per_connection(kind, network):
-    """Multiply-plus-add pairs for each connection and pattern, bias weights counted as one."""
+MILLION = 1e6
+
+
+def ratio(value, base, digits=2):
+    return '' if value is None or base is None else f'{value / base:.{digits}f}'
+
+
+def bytes_per_connection(kind, network, group):
     inputs, hidden, outputs = (int(n) for n in network.split('-'))
-    connections = (inputs + 1) * hidden + (hidden + 1) * outputs
-    if kind == 'recall':
-        return 1.0
-    return (2 * connections + hidden * outputs) / connections
+    values = inputs + hidden + outputs + (outputs if kind == 'training' else 0)
+    moved = 4 * values / connections_of(network)
+    return moved + 16 if group == '1' else moved
+
+
+def speed_rows(results):
+    peak = results.median('peak/multiply-plus-add')
+    rows = [['work', 'network', 'group', 'plain', 'FANN', 'Tarn', 'to plain', 'to FANN', 'of peak',
+             'bytes', 'of sweep', 'threads', 'to one thread']]
+    for name in results.names('training/plain') + results.names('recall/plain'):
+        kind, _, network, *group = name.split('/')
+
+        def of(who):
+            return results.median('/'.join([kind, who, network, *group]))
+
+        plain, fann, tarn, threads = of('plain'), of('fann'), of('tarn'), of('tarn-threads')
+        group = group[0] if group else ''
+        pairs = training_pairs(network) if kind == 'training' else 1
+        sweep = results.median(f'peak/sweep/{connections_of(network)}') if group == '1' else None
+        rows.append([kind, network, group, number(plain / MILLION),
+                     number(fann / MILLION) if fann else '', number(tarn / MILLION),
+                     ratio(tarn, plain), ratio(tarn, fann), ratio(tarn * pairs, peak),
+                     number(bytes_per_connection(kind, network, group), 2), ratio(tarn, sweep),
+                     number(threads / MILLION), ratio(threads, tarn)])
+    return rows
+
+
+def slice_rows(results):
+    rows = [['longest slice of 10 ms', 'group', 'one thread', 'threads']]
+    for name in results.names('slices/tarn'):
+        _, _, network, group = name.split('/')
+        alone = results.median(name, 'longest_ms')
+        threads = results.median(f'slices/tarn-threads/{network}/{group}', 'longest_ms')
+        rows.append([network, group, number(alone, 1) + ' ms', number(threads, 1) + ' ms'])
+    return rows
 
 
 def main():
-    with open(sys.argv[1], encoding='utf-8') as file:
-        report = json.load(file)
-    rounds = {}
-    for run in report['benchmarks']:
-        if run['run_type'] == 'iteration':
-            rounds.setdefault(run['run_name'].removesuffix('/real_time'), []).append(run['connections'])
-    median = {name: statistics.median(values) for name, values in rounds.items()}
-    peak = median.get('peak/multiply-plus-add')
-
-    context = report['context']
-    count = min(len(values) for values in rounds.values())
-    print(f"{context['num_cpus']} processors of {context['mhz_per_cpu']} MHz, medians of {count} rounds,")
-    print('millions of connections x patterns a second')
-    if peak:
-        print(f'peak of multiplications plus additions, one thread: {peak / 1e9:.1f} G pairs/s')
-    head = ['work', 'network', 'group', 'plain', 'FANN', 'Tarn', 'to plain', 'to FANN',
-            'of peak', 'threads', 'to one thread']
-    rows = [head]
-    for name, plain in median.items():
-        parts = name.split('/')
-        if len(parts) < 3 or parts[1] != 'plain':
-            continue
-        kind, _, network, *group = parts
-
-        def of(who):
-            return median.get('/'.join([kind, who, network, *group]))
-
-        tarn, fann, threads = of('tarn'), of('fann'), of('tarn-threads')
-        rows.append([
-            kind, network, group[0] if group else '', f'{plain / 1e6:.0f}',
-            f'{fann / 1e6:.0f}' if fann else '', f'{tarn / 1e6:.0f}', f'{tarn / plain:.2f}',
-            f'{tarn / fann:.2f}' if fann else '',
-            f'{tarn * pairs_per_connection(kind, network) / peak:.2f}' if peak else '',
-            f'{threads / 1e6:.0f}' if threads else '',
-            f'{threads / tarn:.2f}' if threads else ''])
-    widths = [max(len(row[i]) for row in rows) for i in range(len(head))]
-    for row in rows:
-        print('  '.join(cell.rjust(width) if i > 2 else cell.ljust(width)
-                        for i, (cell, width) in enumerate(zip(row, widths))).rstrip())
+    results = Results(sys.argv[1])
+    peak = results.median('peak/multiply-plus-add')
+    print(f'{results.machine}, medians of {results.count()} rounds')
+    print(f'peak of multiplications plus additions, one thread: {peak / 1e9:.1f} G pairs/s\n')
+    print(table(speed_rows(results), 3))
+    print()
+    print(table(slice_rows(results), 2))
 
 
 if __name__ == '__main__':
