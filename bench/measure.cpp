@@ -17,28 +17,40 @@ void CountConnections(benchmark::State& state, const Network& network, int64_t p
       benchmark::Counter::kIsRate);
 }
 
-void MeasureTraining(benchmark::State& state, Network& network, size_t threads) {
-  // Enough iterations at a time that starting and packing do not count.
-  const int64_t pass = ConnectionCount(network) * network.nPats;
-  const auto iterations = static_cast<int32_t>(std::max<int64_t>(50000000 / pass, 3));
-  TrainingObserver observer;
-  TempFile history;
-  TrainingRun run(network, SteadyClock(), observer, history.path(), threads);
-  for (auto _ : state) {
-    network.MaxIterations = network.iteration + iterations;
-    if (!run.Start().ok()) throw std::runtime_error("no memory for the run");
-    run.RunFor(std::numeric_limits<int32_t>::max());
+namespace {
+
+// Training without end, worked through in slices.
+class EndlessRun {
+ public:
+  EndlessRun(Network& network, size_t threads)
+      : m_run(network, SteadyClock(), m_observer, m_history.path(), threads) {
+    network.MaxIterations = std::numeric_limits<int32_t>::max();
+    if (!m_run.Start().ok()) throw std::runtime_error("no memory for the run");
   }
-  CountConnections(state, network, state.iterations() * iterations);
+
+  void RunFor(int64_t milliseconds) { m_run.RunFor(milliseconds); }
+
+ private:
+  TrainingObserver m_observer;
+  TempFile m_history;
+  TrainingRun m_run;
+};
+
+}  // namespace
+
+void MeasureTraining(benchmark::State& state, Network& network, size_t threads) {
+  constexpr int64_t kWarmUpMs = 100;    // threads have found processors of their own by then
+  constexpr int64_t kLongSliceMs = 50;  // so that its end does not count
+  EndlessRun run(network, threads);
+  run.RunFor(kWarmUpMs);
+  const int32_t before = network.iteration;
+  for (auto _ : state) run.RunFor(kLongSliceMs);
+  CountConnections(state, network, network.iteration - before);
 }
 
 void MeasureSlices(benchmark::State& state, Network& network, size_t threads) {
   using Milliseconds = std::chrono::duration<double, std::milli>;
-  network.MaxIterations = std::numeric_limits<int32_t>::max();
-  TrainingObserver observer;
-  TempFile history;
-  TrainingRun run(network, SteadyClock(), observer, history.path(), threads);
-  if (!run.Start().ok()) throw std::runtime_error("no memory for the run");
+  EndlessRun run(network, threads);
   double longest = 0;
   for (auto _ : state) {
     const auto start = std::chrono::steady_clock::now();

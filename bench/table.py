@@ -28,11 +28,19 @@ def bytes_per_connection(kind, network, group):
     return moved + 16 if group == '1' else moved
 
 
+def by_size(name):
+    """Sorts names KIND/WHO/NETWORK[/GROUP] by the network."""
+    _, _, network, *group = name.split('/')
+    return connections_of(network), group
+
+
 def speed_rows(results):
     peak = results.median('peak/multiply-plus-add')
     rows = [['work', 'network', 'group', 'plain', 'FANN', 'Tarn', 'to plain', 'to FANN', 'of peak',
              'bytes', 'of sweep', 'threads', 'to one thread']]
-    for name in results.names('training/plain') + results.names('recall/plain'):
+    names = [name for kind in ('training', 'recall')
+             for name in sorted(results.names(kind + '/plain'), key=by_size)]
+    for name in names:
         kind, _, network, *group = name.split('/')
 
         def of(who):
@@ -52,7 +60,7 @@ def speed_rows(results):
 
 def slice_rows(results):
     rows = [['longest slice of 10 ms', 'group', 'one thread', 'threads']]
-    for name in results.names('slices/tarn'):
+    for name in sorted(results.names('slices/tarn'), key=by_size):
         _, _, network, group = name.split('/')
         alone = results.median(name, 'longest_ms')
         threads = results.median(f'slices/tarn-threads/{network}/{group}', 'longest_ms')
