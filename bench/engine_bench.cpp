@@ -78,9 +78,15 @@ void TarnRecall(benchmark::State& state, const Workload& workload, size_t thread
 
 using Body = std::function<void(benchmark::State&)>;
 
+// By the wall clock: with threads, the owner's own time is only a part.
 void Add(const std::string& name, const Body& body) {
-  // The wall clock: with threads, the owner's own time is only a part.
   benchmark::RegisterBenchmark(name.c_str(), body)->UseRealTime();
+}
+
+void AddTraining(const std::string& name, const Workload& workload, int32_t group, size_t threads) {
+  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+    TarnTraining(state, workload, group, threads);
+  })->UseManualTime();
 }
 
 bool Register() {
@@ -90,9 +96,8 @@ bool Register() {
       const std::string job = network + (all ? "/all" : "/1");
       const int32_t group = all ? workload.patterns : 1;
       Add("training/plain" + job, [=](auto& state) { PlainTraining(state, workload, group); });
-      Add("training/tarn" + job, [=](auto& state) { TarnTraining(state, workload, group, 1); });
-      Add("training/tarn-threads" + job,
-          [=](auto& state) { TarnTraining(state, workload, group, UsefulThreads()); });
+      AddTraining("training/tarn" + job, workload, group, 1);
+      AddTraining("training/tarn-threads" + job, workload, group, UsefulThreads());
       Add("slices/tarn" + job, [=](auto& state) { TarnSlices(state, workload, group, 1); });
       Add("slices/tarn-threads" + job,
           [=](auto& state) { TarnSlices(state, workload, group, UsefulThreads()); });

@@ -26,7 +26,7 @@ void Add(const char* what, int32_t n, const std::vector<int32_t>& nodes, int32_t
       Network network = MakeNetwork(nodes, patterns);
       network.WeightRate = all ? 0 : 1;
       MeasureTraining(state, network, 1);
-    })->UseRealTime();
+    })->UseManualTime();
   }
 }
 

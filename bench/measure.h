@@ -11,7 +11,8 @@ namespace tarn::bench {
 // Reports connections x patterns per second for so many passes over all patterns.
 void CountConnections(benchmark::State& state, const Network& network, int64_t passes);
 
-// Whole iterations of the program's own training run, its WeightRate as the network says.
+// Whole iterations of the program's own training run, its WeightRate as the network says. For
+// benchmarks with UseManualTime.
 void MeasureTraining(benchmark::State& state, Network& network, size_t threads);
 
 // The same in slices of kSliceMs, as a window asks for them; reports the longest in milliseconds.

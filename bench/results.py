@@ -15,7 +15,7 @@ class Results:
         self._rounds = {}
         for run in report['benchmarks']:
             if run['run_type'] == 'iteration':
-                name = run['run_name'].removesuffix('/real_time')
+                name = run['run_name'].removesuffix('/real_time').removesuffix('/manual_time')
                 self._rounds.setdefault(name, []).append(run)
 
     def names(self, kind):
