@@ -229,19 +229,21 @@ void PackedNetwork::Begin(std::span<const int32_t> patterns) {
   }
 }
 
-void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns) {
-  const auto first = static_cast<size_t>(patterns.front());
+// Those of the patterns from place `first` of the batch on.
+void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns, size_t first) {
+  const auto first_row = static_cast<size_t>(patterns.front());
   // Lists ascend: then nothing is left out between them.
-  const bool adjacent = static_cast<size_t>(patterns.back()) - first == patterns.size() - 1;
+  const bool adjacent = static_cast<size_t>(patterns.back()) - first_row == patterns.size() - 1;
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     const kernels::LayerPanels& panels = m_panels.layers[l];
+    const float* const outputs = panels.outputs + first * panels.stride;
     Matrix& record = RecordOf(l).activations;
     if (adjacent && panels.stride == panels.nodes) {
-      std::copy_n(panels.outputs, patterns.size() * panels.nodes, record.Row(first).data());
+      std::copy_n(outputs, patterns.size() * panels.nodes, record.Row(first_row).data());
       continue;
     }
     for (size_t p = 0; p < patterns.size(); ++p) {
-      std::copy_n(panels.outputs + p * panels.stride, panels.nodes,
+      std::copy_n(outputs + p * panels.stride, panels.nodes,
                   record.Row(static_cast<size_t>(patterns[p])).data());
     }
   }
@@ -267,24 +269,22 @@ size_t PackedNetwork::Parts() const {
 }
 
 void PackedNetwork::Forward(std::span<const int32_t> patterns) {
-  Begin(patterns);
-  ForwardInParts(false);
-  StoreOutputs(patterns);
+  ForwardInParts(patterns, false);
 }
 
 void PackedNetwork::ForwardWithDerivatives(std::span<const int32_t> patterns) {
-  Begin(patterns);
-  ForwardInParts(true);
-  StoreOutputs(patterns);
+  ForwardInParts(patterns, true);
   m_last = m_count - 1;
 }
 
 // Shared work is handed over once: the deltas of a training pattern follow its outputs.
-void PackedNetwork::ForwardInParts(bool derivatives) {
+void PackedNetwork::ForwardInParts(std::span<const int32_t> patterns, bool derivatives) {
+  Begin(patterns);
   m_has_deltas = derivatives && Parts() > 1;
   InParts([&](size_t part, size_t first, size_t count) {
     kernels::Forward(m_panels, first, count, derivatives, m_nets_of_part[part]);
     if (m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, first, count);
+    StoreOutputs(patterns.subspan(first, count), first);
   });
 }
 
@@ -314,7 +314,7 @@ void PackedNetwork::UpdateAndForward(std::span<const int32_t> next_patterns) {
   Begin(next_patterns);
   kernels::UpdateAndForward(m_panels, m_count, previous, {m_network.Alpha, m_network.Eta},
                             m_network.FastProp, m_descending);
-  StoreOutputs(next_patterns);
+  StoreOutputs(next_patterns, 0);
   m_has_deltas = false;
   if (m_count % 2 != 0) m_descending = !m_descending;
   m_first = m_last = m_count - 1;

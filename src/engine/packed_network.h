@@ -92,10 +92,10 @@ class PackedNetwork {
   template <typename Task>
   void InParts(const Task& task);
   size_t Parts() const;
-  void ForwardInParts(bool derivatives);
+  void ForwardInParts(std::span<const int32_t> patterns, bool derivatives);
   void GradientsInParts(const kernels::GroupStep& group);
   void Begin(std::span<const int32_t> patterns);
-  void StoreOutputs(std::span<const int32_t> patterns);
+  void StoreOutputs(std::span<const int32_t> patterns, size_t first);
   Layer& RecordOf(size_t l) { return m_network.layers[l + 1]; }
 
   Network& m_network;
