@@ -42,6 +42,12 @@ struct PanelPointers {
 };
 
 // change = alpha change + eta gradient, weight += change mask; returns the weights.
+//
+// Denormals are kept: without them the results would be others. In a network that has learnt its
+// patterns exactly the changes fade into them, step by step. On a processor that multiplies them
+// in its ordinary way (Zen 5) a sweep of nothing else is some 15 % slower; one that takes them by
+// microcode, a hundred cycles and more for a vector with one of them, is slower by several times
+// as long as they last.
 template <bool kMasked>
 HWY_INLINE FloatVector MoveWeights(const PanelPointers& panel, size_t at, FloatVector gradient,
                                    const StepVectors& step) {
