@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -26,6 +27,11 @@ struct Shape {
   float tolerance = 0;
   int32_t control_from = 1000000;
 };
+
+// For lists and messages of tests.
+void PrintTo(const Shape& shape, std::ostream* out) {
+  *out << shape.name;
+}
 
 std::vector<Shape> Shapes() {
   return {
@@ -66,7 +72,7 @@ std::vector<Shape> Shapes() {
   };
 }
 
-enum class Group { kOne, kTwo, kSeven, kHalf, kAll, kAllAndThree };
+enum class Group : int32_t { kOne, kTwo, kSeven, kHalf, kAll, kAllAndThree };
 
 int32_t Patterns(Group group, int32_t train_patterns) {
   switch (group) {
