@@ -24,6 +24,10 @@ class Results:
     def count(self):
         return min(len(rounds) for rounds in self._rounds.values())
 
+    def largest(self, name, counter):
+        """Of all rounds."""
+        return max(run[counter] for run in self._rounds[name])
+
     def median(self, name, counter='connections'):
         """None where nothing was measured."""
         if name not in self._rounds:

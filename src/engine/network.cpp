@@ -16,15 +16,20 @@ size_t Nodes(const Network& network, int32_t layer) {
 }
 
 // The bytes that AllocateArrays and a training run take, in a double: no product of 32-bit
-// counts overflows it. A connection is there eight times: weight, change and mask by node, and
-// these, the gradient and once more the weight as the kernels want them.
+// counts overflows it. A connection is there as weight, change and mask by node, and as these, as
+// gradient and once more as weight in rows of whole vectors for the kernels.
 double BytesNeeded(const Network& network) {
+  constexpr double kWidestVector = 16;
+  constexpr double kFloatsOfBatch = 1 << 24;
   const double patterns = std::max(network.nPats, 0);
-  double floats = 0;
+  double floats = std::min(4 * patterns * static_cast<double>(NodeCount(network)), kFloatsOfBatch);
   for (int32_t l = 0; l < network.nLayers; ++l) {
     const double nodes = static_cast<double>(Nodes(network, l));
     floats += nodes * patterns + 2 * nodes;
-    if (l > 0) floats += nodes * 8 * (static_cast<double>(Nodes(network, l - 1)) + 1);
+    if (l == 0) continue;
+    const double sources = static_cast<double>(Nodes(network, l - 1)) + 1;
+    floats += 3 * nodes * sources + 4 * (nodes + kWidestVector) * sources +
+              nodes * (sources + kWidestVector);
   }
   floats += patterns * static_cast<double>(OutputLayer(network).nUnits);
   return floats * sizeof(float);

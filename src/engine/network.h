@@ -71,8 +71,8 @@ struct Network {
   int32_t nTrain = 0;               // patterns of the training list
   int32_t testPats = 0;             // patterns of the test list
   int32_t overMeth = kTestNone;     // a TestMethod
-  std::vector<int32_t> train_list;  // nTrain pattern numbers from 0, ascending
-  std::vector<int32_t> test_list;   // testPats pattern numbers from 0, ascending
+  std::vector<int32_t> train_list;  // nTrain pattern numbers from 0
+  std::vector<int32_t> test_list;   // testPats pattern numbers from 0
   float Eta = 0;                    // learn rate, 0..1; learn rate control changes it
   float Alpha = 0;                  // momentum, 0..1
   float EtaMin = 0;                 // of learn rate control, 0..1

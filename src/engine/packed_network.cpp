@@ -1,7 +1,9 @@
 #include "engine/packed_network.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
+#include <utility>
 
 namespace tarn {
 namespace {
@@ -12,13 +14,17 @@ constexpr size_t kFewestOfBatch = 64;
 constexpr size_t kMostOfBatch = 256;
 constexpr size_t kWorkOfBatch = 2000000;  // connections x patterns
 
+// What belongs to the patterns of a batch, four values a node, is held to 64 MB: very wide layers
+// take fewer patterns at once.
+constexpr size_t kMostNodesOfBatch = size_t{1} << 22;  // nodes x patterns
+
 // Patterns that are groups of their own are taken together to spare what comes between them;
 // what belongs to their nodes stays in the first-level cache.
 constexpr size_t kMostSinglePatterns = 16;
 constexpr size_t kNodesOfSinglePatterns = 1000;
 
-// Connections x patterns of a batch from which on more threads than one pay: some ten
-// microseconds of work, several times what it takes to hand it over.
+// Connections x patterns of a batch from which on more threads than one pay: at 10 to 50 million
+// of them a millisecond, several times what it takes to hand the work over.
 constexpr size_t kWorkToShare = 500000;
 
 hwy::AlignedFreeUniquePtr<float[]> AlignedZeros(size_t count) {
@@ -63,21 +69,27 @@ Matrix MasksWithBias(const Matrix& masks) {
   return table;
 }
 
+// Whether each row but the first follows the one before, in a list that may hold any rows.
+bool AreAdjacent(std::span<const int32_t> rows) {
+  for (size_t i = 1; i < rows.size(); ++i) {
+    if (rows[i] != rows[i - 1] + 1) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 PackedNetwork::PackedNetwork(Network& network, Use use, size_t threads)
     : m_network(network), m_use(use), m_connections(static_cast<size_t>(ConnectionCount(network))) {
-  const auto patterns = static_cast<size_t>(std::max(network.nPats, 1));
+  const auto nodes = static_cast<size_t>(NodeCount(network));
+  const size_t most = std::clamp<size_t>(kMostNodesOfBatch / nodes, 1,
+                                         static_cast<size_t>(std::max(network.nPats, 1)));
   const size_t of_thread = std::clamp(kWorkOfBatch / m_connections, kFewestOfBatch, kMostOfBatch);
-  m_batch = std::min(patterns, of_thread * std::max<size_t>(threads, 1));
+  m_batch = std::min(most, of_thread * std::max<size_t>(threads, 1));
   if (threads > 1 && m_connections * m_batch >= kWorkToShare) {
     m_workers = std::make_unique<Workers>(threads);
   } else {
-    m_batch = std::min(patterns, of_thread);
-  }
-  size_t nodes = 1;
-  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
-    nodes += static_cast<size_t>(network.layers[l].nUnits);
+    m_batch = std::min(most, of_thread);
   }
   m_batch_of_single_patterns =
       std::min(m_batch, std::clamp<size_t>(kNodesOfSinglePatterns / nodes, 1, kMostSinglePatterns));
@@ -232,8 +244,7 @@ void PackedNetwork::Begin(std::span<const int32_t> patterns) {
 // Those of the patterns from place `first` of the batch on.
 void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns, size_t first) {
   const auto first_row = static_cast<size_t>(patterns.front());
-  // Lists ascend: then nothing is left out between them.
-  const bool adjacent = static_cast<size_t>(patterns.back()) - first_row == patterns.size() - 1;
+  const bool adjacent = AreAdjacent(patterns);
   for (size_t l = 0; l < m_panels.layer_count; ++l) {
     const kernels::LayerPanels& panels = m_panels.layers[l];
     const float* const outputs = panels.outputs + first * panels.stride;
@@ -254,8 +265,8 @@ void PackedNetwork::StoreOutputs(std::span<const int32_t> patterns, size_t first
 template <typename Task>
 void PackedNetwork::InParts(const Task& task) {
   const size_t parts = Parts();
-  if (parts == 1) return task(0, 0, m_count);
   const size_t lanes = m_panels.shape.lanes;
+  if (parts == 1 || m_count <= lanes) return task(0, 0, m_count);
   const size_t vectors = (m_count + lanes - 1) / lanes;
   m_workers->Run([&](size_t part) {
     const size_t first = vectors * part / parts * lanes;
@@ -277,19 +288,23 @@ void PackedNetwork::ForwardWithDerivatives(std::span<const int32_t> patterns) {
   m_last = m_count - 1;
 }
 
-// Shared work is handed over once: the deltas of a training pattern follow its outputs.
+// A list that names a pattern twice gives two parts of the batch the same row to store: only one
+// that ascends is stored by the parts.
 void PackedNetwork::ForwardInParts(std::span<const int32_t> patterns, bool derivatives) {
   Begin(patterns);
-  m_has_deltas = derivatives && Parts() > 1;
+  const bool distinct =
+      std::ranges::adjacent_find(patterns, std::greater_equal()) == patterns.end();
   InParts([&](size_t part, size_t first, size_t count) {
     kernels::Forward(m_panels, first, count, derivatives, m_nets_of_part[part]);
-    if (m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, first, count);
-    StoreOutputs(patterns.subspan(first, count), first);
+    if (distinct) StoreOutputs(patterns.subspan(first, count), first);
   });
+  if (!distinct) StoreOutputs(patterns, 0);
 }
 
 void PackedNetwork::Backpropagate() {
-  if (!m_has_deltas) kernels::Deltas(m_panels, m_network.FastProp, m_first, m_count);
+  InParts([&](size_t, size_t first, size_t count) {
+    kernels::Deltas(m_panels, m_network.FastProp, m_first + first, count);
+  });
   m_last_deltas = m_first + m_count - 1;
 }
 
@@ -315,7 +330,6 @@ void PackedNetwork::UpdateAndForward(std::span<const int32_t> next_patterns) {
   kernels::UpdateAndForward(m_panels, m_count, previous, {m_network.Alpha, m_network.Eta},
                             m_network.FastProp, m_descending);
   StoreOutputs(next_patterns, 0);
-  m_has_deltas = false;
   if (m_count % 2 != 0) m_descending = !m_descending;
   m_first = m_last = m_count - 1;
   m_count = 1;

@@ -57,7 +57,8 @@ class PackedNetwork {
   // the pattern last propagated.
   void Publish();
 
-  // Activations of the patterns (0..nPats-1, at most batch() of them).
+  // Activations of the patterns: 1 to batch() of them, each 0..nPats-1, in any order, the same one
+  // more than once if need be.
   void Forward(std::span<const int32_t> patterns);
   // The same for a group; derivatives are kept.
   void ForwardWithDerivatives(std::span<const int32_t> patterns);
@@ -67,9 +68,9 @@ class PackedNetwork {
   void AddGradients(bool begins);
   // The same for the last patterns of a group, and moves the weights.
   void AddGradientsAndUpdate(bool begins);
-  // For groups of one pattern, after Backpropagate. For each of the patterns that follow, at most
-  // batch_of_single_patterns() of them: AddGradientsAndUpdate(true) and ForwardWithDerivatives in
-  // one sweep over the weights, and Backpropagate for all but the last.
+  // For groups of one pattern, after Backpropagate of one. For each of the patterns that follow, at
+  // most batch_of_single_patterns() of them: AddGradientsAndUpdate(true) and ForwardWithDerivatives
+  // in one sweep over the weights, and Backpropagate for all but the last.
   void UpdateAndForward(std::span<const int32_t> next_patterns);
   size_t batch_of_single_patterns() const { return m_batch_of_single_patterns; }
 
@@ -102,11 +103,10 @@ class PackedNetwork {
   Use m_use;
   size_t m_batch = 1;
   size_t m_batch_of_single_patterns = 1;
-  size_t m_first = 0;         // place in the batch of the patterns under way
-  size_t m_count = 0;         // how many they are
-  size_t m_last = 0;          // the place of the pattern whose derivatives Publish gives
-  size_t m_last_deltas = 0;   // and the deltas
-  bool m_has_deltas = false;  // of the batch under way, ahead of Backpropagate
+  size_t m_first = 0;        // place in the batch of the patterns under way
+  size_t m_count = 0;        // how many they are
+  size_t m_last = 0;         // the place of the pattern whose derivatives Publish gives
+  size_t m_last_deltas = 0;  // and the deltas
   bool m_descending = false;
   kernels::NetworkPanels m_panels;
   std::array<LayerMemory, kernels::kMostComputedLayers> m_memory;

@@ -20,11 +20,10 @@ Status RunRecall(Network& network, size_t threads) {
   try {
     PackedNetwork packed(network, PackedNetwork::Use::kForward, threads);
     std::vector<int32_t> patterns(packed.batch());
-    const auto batch = static_cast<int32_t>(patterns.size());
-    for (int32_t first = 0; first < network.nPats; first += batch) {
-      std::iota(patterns.begin(), patterns.end(), first);
-      const int32_t count = std::min(batch, network.nPats - first);
-      packed.Forward(std::span(patterns).first(static_cast<size_t>(count)));
+    const auto all = static_cast<size_t>(std::max(network.nPats, 0));
+    for (size_t first = 0; first < all; first += patterns.size()) {
+      std::iota(patterns.begin(), patterns.end(), static_cast<int32_t>(first));
+      packed.Forward(std::span(patterns).first(std::min(patterns.size(), all - first)));
     }
   } catch (const std::bad_alloc&) {
     return Status::Failure(kOutOfMemory);

@@ -3,15 +3,23 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/printf.h>
+#include <limits>
 #include <new>
+#include <utility>
 
 #include "engine/messages.h"
 
 namespace tarn {
 namespace {
 
-// The clock is read after this many connections: about a fifth of a millisecond of work.
+// The clock is read after this many connections: a tenth of a millisecond at a thousand million a
+// second.
 constexpr int64_t kWorkPerClockReading = 100000;
+
+// A batch cannot be interrupted: it takes so long at most, by the speed of the slices before. A
+// pattern is about three times its connections: forward pass, deltas and gradients.
+constexpr double kLongestBatchMs = 4;
+constexpr double kWorkOfPattern = 3;
 constexpr int64_t kHaltTextMs = 1500;
 
 int64_t OutputValues(const Network& network, int32_t patterns) {
@@ -52,12 +60,12 @@ Status TrainingRun::Start() {
   if (m_state == RunState::kRunning || m_state == RunState::kHalted || m_network.nTrain < 1) {
     return {};
   }
+  m_packed.reset();
   try {
     m_packed = std::make_unique<PackedNetwork>(m_network, PackedNetwork::Use::kTraining, m_threads);
   } catch (const std::bad_alloc&) {
     return Status::Failure(kOutOfMemory);
   }
-  m_weights_replaced = false;
   m_connections = ConnectionCount(m_network);
   m_history_failed = false;
   if (!m_history.Restart()) {
@@ -75,8 +83,14 @@ Status TrainingRun::Start() {
   return {};
 }
 
-void TrainingRun::WeightsReplaced() {
-  m_weights_replaced = true;
+Status TrainingRun::WeightsReplaced() {
+  if (m_packed == nullptr) return {};
+  try {
+    m_packed->Pack();
+  } catch (const std::bad_alloc&) {
+    return Status::Failure(kOutOfMemory);
+  }
+  return {};
 }
 
 void TrainingRun::Stop() {
@@ -116,12 +130,10 @@ RunState TrainingRun::RunFor(int64_t budget_ms) {
   if (m_state != RunState::kRunning) return m_state;
   m_interface_ms += now - m_outside_since_ms;
   m_tolerance = EffectiveTolerance(m_network);
-  if (m_weights_replaced) m_packed->Pack();
-  m_weights_replaced = false;
-  m_deadline_ms = now + budget_ms;
+  m_deadline_ms = now + std::min(budget_ms, std::numeric_limits<int64_t>::max() - now);
   m_single_steps = budget_ms <= 0;
   m_time_is_up = false;
-  m_work = 0;
+  m_work = m_slice_work = 0;
   while (m_state == RunState::kRunning) {
     // Looked at first: the slice before may have ended where the run looks for a stop.
     if (m_stop_asked && StopsBefore(m_stage)) {
@@ -133,12 +145,17 @@ RunState TrainingRun::RunFor(int64_t budget_ms) {
   }
   Publish();
   m_outside_since_ms = m_clock.NowMs();
+  if (m_outside_since_ms > now && m_slice_work > 0) {
+    m_work_per_ms =
+        static_cast<double>(m_slice_work) / static_cast<double>(m_outside_since_ms - now);
+  }
   return m_state;
 }
 
 // Once it is, it stays so for the slice.
 bool TrainingRun::TimeIsUp() {
   if (m_work < kWorkPerClockReading || m_time_is_up) return m_time_is_up;
+  m_slice_work += m_work;
   m_work = 0;
   m_time_is_up = m_clock.NowMs() >= m_deadline_ms;
   return m_time_is_up;
@@ -154,6 +171,7 @@ bool TrainingRun::MayPauseBefore(Stage next) const {
     case Stage::kBackward:
       // Stopped here, more than one pattern would have been propagated.
       return m_batch == 1;
+    case Stage::kGroup:
     case Stage::kAdvance:
     case Stage::kIteration:
     case Stage::kTestPattern:
@@ -203,7 +221,6 @@ TrainingRun::Stage TrainingRun::Do(Stage stage) {
 TrainingRun::Stage TrainingRun::BeginGroup() {
   if (m_limit_reached) {
     m_state = RunState::kComplete;
-    Publish();
     m_observer.ShowStatus(kTrainingComplete);
     return Stage::kGroup;
   }
@@ -215,9 +232,11 @@ TrainingRun::Stage TrainingRun::BeginGroup() {
 
 // How many of so many patterns to take at once.
 int32_t TrainingRun::BatchOf(int32_t patterns) const {
-  int64_t most = static_cast<int64_t>(m_packed->batch());
+  const double in_time =
+      m_work_per_ms * kLongestBatchMs / (kWorkOfPattern * static_cast<double>(m_connections));
+  auto most = static_cast<int64_t>(
+      std::min(static_cast<double>(m_packed->batch()), std::max(in_time, 1.0)));
   if (m_single_steps) most = std::min(most, kWorkPerClockReading / m_connections);
-  if (m_stop_asked) most = 1;
   return static_cast<int32_t>(std::clamp<int64_t>(patterns, 1, std::max<int64_t>(most, 1)));
 }
 
@@ -229,6 +248,8 @@ std::span<const int32_t> TrainingRun::Batch() const {
 void TrainingRun::Forward() {
   if (m_cursor >= m_network.nTrain) m_cursor = 0;
   m_batch = BatchOf(std::min(m_group - m_in_group, m_network.nTrain - m_cursor));
+  // A stop is looked for after every pattern.
+  if (m_stop_asked) m_batch = 1;
   m_packed->ForwardWithDerivatives(Batch());
   m_published = false;
   m_work += m_connections * m_batch;
@@ -374,9 +395,10 @@ void TrainingRun::Refresh() {
 }
 
 void TrainingRun::AutoSave() {
-  if (!IsAutoSave(m_network.iteration) || !m_observer.CanStoreSnapshot()) return;
-  m_work += kWorkPerClockReading;
+  if (!IsAutoSave(m_network.iteration)) return;
   Publish();
+  if (!m_observer.CanStoreSnapshot()) return;
+  m_work += kWorkPerClockReading;
   m_observer.ShowStatus(kAutoSaveStatus);
   if (m_observer.StoreSnapshot()) m_has_snapshot = true;
   m_observer.ShowStatus(kTrainingStatus);

@@ -74,8 +74,9 @@ class TrainingRun {
   // and history start over. Needs at least one training pattern. kOutOfMemory when there is no
   // room for the work; nothing has begun then.
   Status Start();
-  // The network's weights, or which of them are removed, have changed since the last slice.
-  void WeightsReplaced();
+  // To be called between slices when the network's weights, or which of them are removed, have been
+  // changed. kOutOfMemory when there is no room for the work; the run cannot go on then.
+  Status WeightsReplaced();
   // Ends the run at the next point where it can, without touching weights further.
   void Stop();
   void Halt();
@@ -105,7 +106,7 @@ class TrainingRun {
     kBackward,     // ** its errors are propagated back, the monitors add up
     kAdvance,      // the cursor moves on
     kUpdate,       // * weights change
-    kIteration,    // an iteration may have ended
+    kIteration,    // * an iteration may have ended
     kScreen,       // a screen update begins
     kTestPattern,  // * a batch of the test set
     kRefresh,      // * figures and history
@@ -142,7 +143,6 @@ class TrainingRun {
   Network& m_network;
   std::unique_ptr<PackedNetwork> m_packed;  // from the first start on
   size_t m_threads;
-  bool m_weights_replaced = false;
   bool m_published = true;  // the record is up to date
   const Clock& m_clock;
   TrainingObserver& m_observer;
@@ -170,9 +170,11 @@ class TrainingRun {
   bool m_pass_complete = false;  // in this group
   LearnRateControl m_control;
 
-  int64_t m_connections = 0;  // the work of a pattern
-  int64_t m_work = 0;         // done since the clock was read
-  int64_t m_deadline_ms = 0;  // of the slice
+  int64_t m_connections = 0;   // the work of a pattern
+  int64_t m_work = 0;          // done since the clock was read
+  int64_t m_slice_work = 0;    // done in this slice, up to that reading
+  double m_work_per_ms = 1e6;  // of the slice before
+  int64_t m_deadline_ms = 0;   // of the slice
   bool m_time_is_up = false;
   bool m_single_steps = false;  // the slice has no time at all
 

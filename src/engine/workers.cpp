@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <hwy/cache_control.h>
+#include <new>
 #include <system_error>
 
 namespace tarn {
@@ -33,6 +34,8 @@ Workers::Workers(size_t parts) {
       m_threads.emplace_back([this, part] { Serve(part); });
     } catch (const std::system_error&) {
       return;
+    } catch (const std::bad_alloc&) {
+      return;
     }
   }
 }
@@ -44,12 +47,13 @@ Workers::~Workers() {
   for (std::thread& thread : m_threads) thread.join();
 }
 
-void Workers::Run(const std::function<void(size_t)>& task) {
-  m_task = &task;
+void Workers::RunCall(const void* task, Call call) {
+  m_task = task;
+  m_call = call;
   m_unready.store(static_cast<uint32_t>(m_threads.size()), std::memory_order_relaxed);
   m_turn.fetch_add(1, std::memory_order_release);
   m_turn.notify_all();
-  task(0);
+  call(task, 0);
   for (uint32_t left = m_unready.load(std::memory_order_acquire); left != 0;
        left = m_unready.load(std::memory_order_acquire)) {
     WaitWhile(m_unready, left);
@@ -61,7 +65,7 @@ void Workers::Serve(size_t part) {
   for (uint32_t turn = 0;; ++turn) {
     WaitWhile(m_turn, turn);
     if (m_end) return;
-    (*m_task)(part);
+    m_call(m_task, part);
     if (m_unready.fetch_sub(1, std::memory_order_acq_rel) == 1) m_unready.notify_all();
   }
 }

@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <thread>
 #include <vector>
 
@@ -23,14 +22,22 @@ class Workers {
   size_t parts() const { return m_threads.size() + 1; }
 
   // Calls task(0) here and task(1) to task(parts() - 1) on the other threads at the same time;
-  // returns when all have returned. They must not throw.
-  void Run(const std::function<void(size_t)>& task);
+  // returns when all have returned. They must not throw. Allocates nothing.
+  template <typename Task>
+  void Run(const Task& task) {
+    RunCall(&task,
+            [](const void* object, size_t part) { (*static_cast<const Task*>(object))(part); });
+  }
 
  private:
+  using Call = void (*)(const void* task, size_t part);
+
+  void RunCall(const void* task, Call call);
   void Serve(size_t part);
 
   std::vector<std::thread> m_threads;
-  const std::function<void(size_t)>* m_task = nullptr;
+  const void* m_task = nullptr;
+  Call m_call = nullptr;
   std::atomic<uint32_t> m_turn{0};     // counts the pieces of work
   std::atomic<uint32_t> m_unready{0};  // threads still at the present one
   bool m_end = false;

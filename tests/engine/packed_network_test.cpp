@@ -215,6 +215,41 @@ TEST(PackedNetwork, ALayerOfUnknownCodeKeepsWhatItHas) {
   ExpectSameNetworks(network, plain, "unknown code");
 }
 
+TEST(PackedNetwork, TakesListsInAnyOrderWithPatternsTwice) {
+  const std::vector<std::vector<int32_t>> starts = {
+      {0, 3, 1, 4, 2, 5}, {3, 5, 4, 6}, {0, 2, 2, 3}, {5, 4, 3}, {7, 7}};
+  for (const std::vector<int32_t>& start : starts) {
+    for (const size_t threads : {size_t{1}, size_t{2}}) {
+      // Long enough for threads to share it.
+      Network network = Trainable({40, 60, 10}, {kTanh, kSigmoid}, 300, false);
+      std::ranges::copy(start, network.train_list.begin());
+      std::swap(network.train_list[100], network.train_list[200]);
+      Network plain = network;
+      TrainPlain(plain, 3, 300);
+      TrainPacked(network, 3, 300, threads);
+      ExpectSameNetworks(network, plain, "list from " + std::to_string(start[0]));
+    }
+  }
+}
+
+TEST(PackedNetwork, PublishesTheDeltasOfTheLastPatternThatHasThem) {
+  Network network = Trainable({3, 4, 2}, {kSigmoid}, 5, false);
+  for (const size_t l : {1, 2}) std::ranges::fill(network.layers[l].deltas, 0.375F);
+  Network plain = network;
+  PackedNetwork packed(network, Use::kTraining, 1);
+  packed.Publish();
+  ExpectSameNetworks(network, plain, "nothing done");
+
+  const std::span<const int32_t> list(network.train_list);
+  packed.ForwardWithDerivatives(list.first(1));
+  packed.Backpropagate();
+  packed.UpdateAndForward(list.subspan(1, 3));
+  packed.Publish();
+  TrainPlain(plain, 3, 1);
+  reference::ForwardWithDerivatives(plain, 3);
+  ExpectSameNetworks(network, plain, "after a sweep");
+}
+
 TEST(PackedNetwork, TakesReplacedWeightsWhenItIsPackedAgain) {
   Network network = Trainable({3, 4, 2}, {kSigmoid}, 5, false);
   PackedNetwork packed(network, Use::kTraining, 1);

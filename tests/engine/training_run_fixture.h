@@ -25,7 +25,10 @@ class RecordingObserver : public TrainingObserver {
     events.emplace_back("screen");
     if (on_screen) on_screen();
   }
-  void LearnRateControlStarted() override { events.emplace_back("control"); }
+  void LearnRateControlStarted() override {
+    events.emplace_back("control");
+    if (on_control) on_control();
+  }
   bool CanStoreSnapshot() override { return can_store; }
   bool StoreSnapshot() override {
     events.emplace_back("snapshot");
@@ -40,6 +43,7 @@ class RecordingObserver : public TrainingObserver {
 
   std::vector<std::string> events;
   std::function<void()> on_screen;
+  std::function<void()> on_control;
   std::function<void()> on_snapshot;
   bool can_store = true;
   bool stores = true;

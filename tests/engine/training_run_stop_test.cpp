@@ -50,7 +50,7 @@ TEST_F(TrainingRunStop, GoesOnWithReplacedWeightsFromWhereTheSliceEnded) {
     EXPECT_TRUE(run.Start().ok());
     Step(run, pieces);
     InitializeRandomWeights(network, 77);
-    run.WeightsReplaced();
+    EXPECT_TRUE(run.WeightsReplaced().ok());
     Step(run, 6 - pieces);
 
     PlainRun(plain).Group(1);
@@ -65,6 +65,54 @@ TEST_F(TrainingRunStop, GoesOnWithReplacedWeightsFromWhereTheSliceEnded) {
     reference::UpdateWeights(plain, sums);
     EXPECT_EQ(WeightBits(network), WeightBits(plain)) << pieces;
   }
+}
+
+TEST_F(TrainingRunStop, PropagatesOnePatternAloneInAGroupOfMany) {
+  Network network = Make({2, 3, 1}, 5);
+  network.WeightRate = 0;
+  TrainingRun run(network, m_clock, m_observer, kHistory);
+  EXPECT_TRUE(run.Start().ok());
+  run.Stop();
+  EXPECT_EQ(run.RunFor(1000), RunState::kStopped);
+  EXPECT_NE(OutputLayer(network).activations.Row(0)[0], 0.0F);
+  EXPECT_EQ(OutputLayer(network).activations.Row(1)[0], 0.0F);
+}
+
+TEST_F(TrainingRunStop, GoesOnWithConnectionsRemovedBetweenSlices) {
+  TrainingRun run(m_network, m_clock, m_observer, kHistory);
+  EXPECT_TRUE(run.Start().ok());
+  Step(run, 3);
+  RemoveConnections(m_network);
+  EXPECT_TRUE(run.WeightsReplaced().ok());
+  Step(run, 3);
+  PlainRun plain(m_plain);
+  plain.Group(1);
+  RemoveConnections(m_plain);
+  plain.Group(1);
+  EXPECT_EQ(WeightBits(m_network), WeightBits(m_plain));
+}
+
+TEST_F(TrainingRunStop, TakesANewGroupSizeInTheMiddleOfASweep) {
+  TrainingRun run(m_network, m_clock, m_observer, kHistory);
+  EXPECT_TRUE(run.Start().ok());
+  Step(run, 2);
+  run.SetGroupSize(2);
+  FinishPass(run, m_network);
+  PlainRun plain(m_plain);
+  EXPECT_FALSE(plain.Group(1));
+  EXPECT_TRUE(plain.Group(2));
+  EXPECT_EQ(WeightBits(m_network), WeightBits(m_plain));
+  // With time for a sweep, too.
+  Network network = Make({2, 3, 1}, 5);
+  Network plain_network = network;
+  network.WeightRate = plain_network.WeightRate = 1;
+  TrainingRun small(network, m_clock, m_observer, kHistory);
+  EXPECT_TRUE(small.Start().ok());
+  small.SetGroupSize(4);
+  EXPECT_EQ(RunOut(small), RunState::kComplete);
+  PlainRun rest(plain_network);
+  for (int iterations = 0; iterations < 10;) iterations += rest.Group(4) ? 1 : 0;
+  EXPECT_EQ(WeightBits(network), WeightBits(plain_network));
 }
 
 TEST_F(TrainingRunStop, LeavesTheCursorAtThePatternThatWasNotFinished) {

@@ -241,6 +241,22 @@ TEST_F(TrainingRunTest, AppendsTheFiguresOfEveryScreenUpdateToTheHistory) {
   EXPECT_NE(records[0].eta, records[9].eta);
 }
 
+TEST_F(TrainingRunTest, ShowsTheWeightsOfTheIterationInWhichLearnRateControlStarts) {
+  Network network = Make({2, 3, 1}, 5);
+  network.WeightRate = 1;
+  network.LRC = 3;
+  network.UpdateRate = 100;
+  Network plain_network = network;
+  std::vector<uint32_t> weights;
+  m_observer.on_control = [&] { weights = WeightBits(network); };
+  TrainingRun run(network, m_clock, m_observer, kHistory);
+  EXPECT_TRUE(run.Start().ok());
+  EXPECT_EQ(RunOut(run), RunState::kComplete);
+  PlainRun plain(plain_network);
+  for (int iterations = 0; iterations < 3;) iterations += plain.Group(1) ? 1 : 0;
+  EXPECT_EQ(weights, WeightBits(plain_network));
+}
+
 TEST_F(TrainingRunTest, TellsWhenLearnRateControlStarts) {
   Network network = Make({2, 3, 1}, 5);
   network.LRC = 3;

@@ -77,12 +77,12 @@ HWY_INLINE DoubleVector Polynomial(const std::array<double, 11>& c, DoubleVector
 }
 
 // Between the limits. A NaN passes: the limits come first, so that they give way to it; the
-// scalar operations would drop it in either place.
-HWY_INLINE DoubleVector Held(DoubleVector x) {
+// scalar and emulated operations would drop it in either place.
+HWY_INLINE DoubleVector Clamped(DoubleVector x) {
   const DoubleTag d;
   const DoubleVector largest = hn::Set(d, kLargestOfFloats);
   const DoubleVector smallest = hn::Set(d, kSmallestOfFloats);
-#if HWY_TARGET == HWY_SCALAR
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
   x = hn::IfThenElse(hn::Gt(x, largest), largest, x);
   return hn::IfThenElse(hn::Lt(x, smallest), smallest, x);
 #else
@@ -113,7 +113,7 @@ HWY_INLINE void ScaledExp(DoubleVector (&x)[kVectors]) {
   DoubleVector rounded[kVectors], n[kVectors], r[kVectors], y[kVectors];
   DoubleVector low[kVectors], middle[kVectors], high[kVectors];
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
-    x[k] = Held(x[k]);
+    x[k] = Clamped(x[k]);
   }
   TARN_UNROLL for (size_t k = 0; k < kVectors; ++k) {
     rounded[k] = hn::MulAdd(x[k], hn::Set(d, kEighths * kOneOverLn2), rounder);

@@ -1,5 +1,8 @@
 #include "engine/kernels/kernels.h"
 
+// Tiles are arrays of vectors: not for instruction sets whose vectors have no size known here.
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "engine/kernels/kernels.cpp"
 #include <hwy/foreach_target.h>
@@ -60,6 +63,10 @@ HWY_EXPORT(DeltasHere);
 HWY_EXPORT(GradientsHere);
 HWY_EXPORT(UpdateAndForwardHere);
 HWY_EXPORT(ToTableHere);
+
+int64_t CompiledTargets() {
+  return HWY_TARGETS;
+}
 
 PanelShape CurrentShape() {
   return HWY_DYNAMIC_DISPATCH(ShapeHere)();

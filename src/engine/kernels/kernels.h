@@ -13,6 +13,9 @@
 
 namespace tarn::kernels {
 
+// The instruction sets that the kernels are compiled for, as the bits that Highway gives them.
+int64_t CompiledTargets();
+
 // Of the instruction set in use. Panels made for one shape serve functions of that shape only.
 PanelShape CurrentShape();
 
@@ -62,14 +65,14 @@ void Forward(const NetworkPanels& network, size_t first, size_t count, bool deri
 
 // Deltas and factors of these patterns, from their targets, outputs and derivatives:
 //   top:    delta = (target - output) derivative
-//   hidden: delta = (sum of delta w over the nodes above) derivative, factor = FAST-Prop delta +
-//   output
+//   hidden: delta = (sum of delta w over the nodes above) derivative,
+//           factor = FAST-Prop delta + output
 void Deltas(const NetworkPanels& network, float fast_prop, size_t first, size_t count);
 
 // Gradients of the patterns first..first+count-1 of the batch (none will do), added to the sums
 // of the group:
 //   gradient += factor delta, and for the bias: gradient += delta
-// When the group ends the weights move, and the sums need not be looked at:
+// When the group ends the weights move, and the sums are not stored:
 //   change = alpha change + eta gradient, weight += change mask
 void Gradients(const NetworkPanels& network, size_t first, size_t count, const GroupStep& group,
                const Part& part);
