@@ -9,7 +9,7 @@ namespace tarn {
 namespace {
 
 // Pieces of work follow each other within microseconds: a thread looks for the next one this
-// many times, about a tenth of a millisecond, before it sleeps. Now and then it gives way, in
+// many times, which takes longer than that, before it sleeps. Now and then it gives way, in
 // case the thread that it waits for has been put on the same processor.
 constexpr int kLooksBeforeSleep = 4000;
 constexpr int kLooksBeforeYield = 64;

@@ -3,8 +3,8 @@
 // The exponential and the hyperbolic functions of the transfer functions, our own so that a
 // result does not depend on the machine or its C library. Double precision; additions,
 // subtractions, multiplications, divisions (none in Exp) and operations on exponent bits only,
-// no table, no fused operation; the only branch on the argument is between the two forms of
-// Sinh and of Tanh. So a vector version can repeat them lane by lane with the same bits.
+// no table, no fused operation. The kernels go another way in double, with a table and fused
+// steps, to the same floats.
 //
 // Exp rests on the reduction
 //   x = n ln 2 + r,  n = x / ln 2 to the nearest integer,  |r| <= ln 2 / 2,

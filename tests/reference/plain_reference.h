@@ -8,7 +8,7 @@
 
 // A second, plain statement of the training arithmetic in nested vectors and loops, written for
 // being read and not for speed. The engine is held against it bit for bit; it shares with the
-// engine only the exponential and the network record that it starts from.
+// engine only the network record that it starts from, and with the plain loops the exponential.
 
 namespace tarn::reference {
 
