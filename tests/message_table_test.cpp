@@ -20,6 +20,7 @@ std::vector<std::string_view> AllMessages() {
   add(kNetFileMessages);
   add(kDataMessages);
   add(kSetupMessages);
+  add(kBrowserMessages);
   add(kAppMessages);
   return all;
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/messages.h"
+#include "browser/messages.h"
 #include "data/messages.h"
 #include "engine/messages.h"
 #include "netfile/messages.h"
@@ -114,6 +115,11 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kOptionWantsTestMethod, "SetupOptions.RefuseWordsThatAreNotKnown"},
     {kOptionWantsTransfer, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
     {kTransferNameCount, "SetupOptions.RefuseTransferFunctionsThatDoNotFitTheLayers"},
+
+    // browser
+    {kReportFileDenied, "ReportFileTest.AnswersForAFolderThatTakesNoFile"},
+    {kDivergedNodes, "DivergenceCheck.FindsNodesPinnedAtOneEnd"},
+    {kNoDivergences, "DivergenceCheck.TellsThatThereIsNone"},
 
     // app
     {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},

@@ -16,7 +16,7 @@ constexpr int32_t kIterationAfterRecall = 5;
 
 }  // namespace
 
-Status RunRecall(Network& network, size_t threads) {
+Status PropagateAll(Network& network, size_t threads) {
   try {
     PackedNetwork packed(network, PackedNetwork::Use::kForward, threads);
     std::vector<int32_t> patterns(packed.batch());
@@ -28,11 +28,17 @@ Status RunRecall(Network& network, size_t threads) {
   } catch (const std::bad_alloc&) {
     return Status::Failure(kOutOfMemory);
   }
+  return {};
+}
+
+Status RunRecall(Network& network, size_t threads) {
+  Status propagated = PropagateAll(network, threads);
+  if (!propagated.ok()) return propagated;
   network.iteration = kIterationAfterRecall;
   network.rms_test = 0.0F;
   network.correlation_test = 0.0F;
   network.results_ready = true;
-  return {};
+  return propagated;
 }
 
 }  // namespace tarn

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace tarn {
+
+inline constexpr std::string_view kReportFileDenied = "File Creation Access Denied";
+// Completed by the numbers of the nodes.
+inline constexpr std::string_view kDivergedNodes = "Diverged Output Nodes - ";
+inline constexpr std::string_view kNoDivergences = "Network Training OK - No Divergences Found";
+
+inline constexpr std::array kBrowserMessages = {kReportFileDenied, kDivergedNodes, kNoDivergences};
+
+// Captions of the message boxes and of the entry dialogs, with the prompts of the latter.
+inline constexpr std::string_view kReportErrorCaption = "Tarn Error";
+inline constexpr std::string_view kDivergencesCaption = "Training Divergences Found";
+inline constexpr std::string_view kNoDivergencesCaption = "No Training Divergences Found";
+inline constexpr std::string_view kToleranceCaption = "Select Tolerance";
+inline constexpr std::string_view kTolerancePrompt = "Tolerance Value:";
+inline constexpr std::string_view kUpperThresholdCaption = "Select Upper Threshold Value";
+inline constexpr std::string_view kUpperThresholdPrompt = "Upper threshold (optional):";
+inline constexpr std::string_view kLowerThresholdCaption = "Select Lower Threshold Value";
+inline constexpr std::string_view kLowerThresholdPrompt = "Lower threshold (optional):";
+inline constexpr std::string_view kSaveTextTitle = "Save Information as...";
+inline constexpr std::string_view kSaveTextFilter = "bitmap (*.txt)|*.txt";
+
+}  // namespace tarn

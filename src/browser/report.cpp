@@ -1,0 +1,61 @@
+#include "browser/report.h"
+
+#include <new>
+
+#include "browser/descriptive_reports.h"
+#include "browser/outputs_report.h"
+#include "browser/statistics_report.h"
+
+namespace tarn {
+namespace {
+
+void Write(ReportKind kind, const Network& network, const CheckValues& values, ReportFile& report) {
+  switch (kind) {
+    case ReportKind::kInformation:
+      return WriteInformation(network, report);
+    case ReportKind::kWeights:
+      return WriteWeights(network, report);
+    case ReportKind::kOutputs:
+      return WriteOutputsReport(network, report);
+    case ReportKind::kStatistics:
+      return WriteStatistics(network, report);
+    case ReportKind::kTolerance:
+      return WriteToleranceCheck(network, values.tolerance, report);
+    case ReportKind::kThreshold:
+      return WriteThresholdCheck(network, values.thresholds, report);
+  }
+}
+
+}  // namespace
+
+std::string_view ReportCaption(ReportKind kind) {
+  switch (kind) {
+    case ReportKind::kInformation:
+      return "Network Information";
+    case ReportKind::kWeights:
+      return "Weight Information";
+    case ReportKind::kOutputs:
+      return "Network Outputs and Targets";
+    case ReportKind::kStatistics:
+      return "Network Statistics";
+    case ReportKind::kTolerance:
+      return "Network Tolerance Check";
+    case ReportKind::kThreshold:
+      return "Network Threshold Check";
+  }
+  return "";
+}
+
+Status MakeReport(ReportKind kind, const Network& network, const CheckValues& values,
+                  const std::string& folder, ReportFile& report) {
+  if (Status created = report.Create(folder); !created.ok()) return created;
+  try {
+    Write(kind, network, values, report);
+  } catch (const std::bad_alloc&) {
+    report.Discard();
+    return Status::Failure(kOutOfMemory);
+  }
+  return report.Finish();
+}
+
+}  // namespace tarn

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "base/file_layer.h"
+#include "base/status.h"
+
+namespace tarn {
+
+// The lines of a report file, each read from the file when it is asked for: a report of any
+// length takes no more memory than one of its lines.
+class TVirtText {
+ public:
+  TVirtText() = default;
+  ~TVirtText() { Close(); }
+  TVirtText(const TVirtText&) = delete;
+  TVirtText& operator=(const TVirtText&) = delete;
+
+  bool Open(const std::string& path);
+  void Close();
+
+  // Whole records of the file.
+  int64_t line_count() const { return m_line_count; }
+  // Line `index`, from 0, kReportWidth bytes with the blanks that fill it; empty when there is no
+  // such line or it cannot be read.
+  std::string Line(int64_t index);
+
+  // The first line to be seen in a window of `rows` lines, moved so that the window is full where
+  // the report is long enough.
+  int64_t first_visible() const { return m_first_visible; }
+  void ScrollTo(int64_t line, int64_t rows);
+  // The last line that can be the first one of such a window: the range of its scroll bar.
+  int64_t ScrollRange(int64_t rows) const;
+
+ private:
+  FileLayer::Handle m_file = FileLayer::kNoFile;
+  int64_t m_line_count = 0;
+  int64_t m_first_visible = 0;
+};
+
+// A line as text: without the blanks at its end.
+std::string_view WithoutTrailingBlanks(std::string_view line);
+
+// Calls `sink` with every line, its trailing blanks removed and its line end added; false when the
+// sink has refused one.
+bool WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink);
+
+// Saves the report as a text file. False when it cannot be written; the file is as it was then.
+bool SaveReportText(TVirtText& report, const std::string& path);
+
+}  // namespace tarn
