@@ -1,6 +1,7 @@
 #include "cli/common.h"
 
 #include <filesystem>
+#include <limits>
 #include <system_error>
 
 #include "base/paths.h"
@@ -11,6 +12,15 @@ namespace tarn {
 
 void AddNetworkArgument(CLI::App& command, std::string& path) {
   command.add_option("NET", path, "The network file (.net)")->required()->type_name("");
+}
+
+void AddSeedOption(CLI::App& command, std::optional<uint32_t>& seed) {
+  command
+      .add_option("--seed", seed,
+                  "Draw random weights and random test sets from this number: the same number "
+                  "gives the same run")
+      ->type_name("N")
+      ->check(CLI::Range(int64_t{0}, int64_t{std::numeric_limits<uint32_t>::max()}));
 }
 
 void TidyWhenInterrupted(const Session& session) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 
 #include "app/session.h"
@@ -11,6 +13,9 @@ namespace tarn {
 
 // Adds the positional NET.
 void AddNetworkArgument(CLI::App& command, std::string& path);
+
+// Adds --seed.
+void AddSeedOption(CLI::App& command, std::optional<uint32_t>& seed);
 
 // Sees to it that an interrupt leaves nothing of the session behind.
 void TidyWhenInterrupted(const Session& session);

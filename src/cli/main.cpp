@@ -15,7 +15,7 @@ constexpr const char* kDescription =
     "Tarn: model your own data with multilayer feed-forward neural networks.\n"
     "A network file holds the design, the training parameters, the names of its data files\n"
     "and, once trained, the weights. Make one with 'new', change it with 'set', train it with\n"
-    "'train', run new data through it with 'recall'.";
+    "'train', run new data through it with 'recall', read about it with 'report'.";
 
 int RunProgram(int argc, char** argv) {
   CLI::App program(kDescription, "tarn-cli");
@@ -28,6 +28,7 @@ int RunProgram(int argc, char** argv) {
   tarn::AddSetCommand(program, exit_status);
   tarn::AddTrainCommand(program, exit_status);
   tarn::AddRecallCommand(program, exit_status);
+  tarn::AddReportCommand(program, exit_status);
   tarn::AddRestoreCommand(program, exit_status);
   for (CLI::App* command : program.get_subcommands({})) command->group("Commands");
   try {

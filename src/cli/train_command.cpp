@@ -171,12 +171,7 @@ void AddTrainCommand(CLI::App& program, ExitStatus& exit_status) {
   CLI::App& command = *program.add_subcommand("train", "Train a network on its data files");
   const auto arguments = std::make_shared<TrainArguments>();
   AddNetworkArgument(command, arguments->path);
-  command
-      .add_option("--seed", arguments->seed,
-                  "Draw random weights and random test sets from this number: the same number "
-                  "gives the same run")
-      ->type_name("N")
-      ->check(CLI::Range(int64_t{0}, int64_t{std::numeric_limits<uint32_t>::max()}));
+  AddSeedOption(command, arguments->seed);
   command
       .add_option("--iterations", arguments->iterations,
                   "Train for N iterations in place of the network's own number")
