@@ -68,6 +68,13 @@ TEST(GoldenScenarios, LeaveOneSetOfFilesEachAndNothingElseIsKept) {
     files.insert(std::string(name) + ".out");
     hashes.insert(std::string(name) + ".activations");
   }
+  for (const char* name : {"iris", "removed", "deep", "recall"}) {
+    for (const char* kind :
+         {"information", "weights", "outputs", "statistics", "tolerance", "threshold"}) {
+      files.insert(std::string("report_") + name + "_" + kind + ".txt");
+    }
+  }
+  files.insert({"report_inputs_alone_outputs.txt", "report_unnamed_alone_outputs.txt"});
   hashes.insert({"wide.history", "wide.weights"});
   EXPECT_EQ(GoldenFileNames(), files);
   EXPECT_EQ(GoldenHashNames(), hashes);

@@ -2,48 +2,17 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "app/session.h"
 #include "data/outputs_export.h"
 #include "engine/recall_run.h"
 #include "golden/golden_files.h"
-#include "golden/scenario_run.h"
+#include "golden/trained_scenario.h"
 #include "reference/plain_reference.h"
-#include "scenarios/scenario.h"
 
 namespace tarn {
 namespace {
 
-// Trains a scenario, saves it, and has the saved file recall the scenario's own data.
-class RecallGolden : public testing::Test {
+class RecallGolden : public TrainedScenario {
  protected:
-  void Train(const std::string& scenario) {
-    const SetClock clock;
-    ScenarioRun training(GoldenScenario(scenario), clock);
-    EXPECT_TRUE(training.run().Start().ok());
-    ASSERT_EQ(training.run().RunFor(kNoLimitMs), RunState::kComplete);
-    Network& network = training.network();
-    WriteFile(m_folder / "trained.net", training.Collect().network);
-    WriteFile(m_folder / "inputs", ReadFile(training.loaded() / network.PatName));
-    m_target_column = network.TargCol;
-  }
-
-  void Recall(bool targets) {
-    const Status opened = OpenNetwork(m_session, m_folder / "trained.net");
-    ASSERT_TRUE(opened.ok()) << opened.message();
-    Network& network = m_session.network;
-    network.RecallPatName = "inputs";
-    network.RecallPatCol = 1;
-    network.RecallTargets = targets;
-    if (targets) {
-      network.RecallTargName = "inputs";
-      network.RecallTargCol = m_target_column;
-    }
-    Notices notices;
-    const Status recalled = LoadAndRecall(m_session, notices);
-    ASSERT_TRUE(recalled.ok()) << recalled.message();
-    EXPECT_EQ(notices, Notices());
-  }
-
   void ExpectGolden(const std::string& name) {
     const Network& network = m_session.network;
     ASSERT_TRUE(ExportOutputs(network, m_folder / "outputs").ok());
@@ -52,10 +21,6 @@ class RecallGolden : public testing::Test {
     for (const Layer& layer : network.layers) hash.Add(layer.activations.All());
     ExpectGoldenHash(name + ".activations", hash.value());
   }
-
-  TempFolder m_folder;
-  Session m_session;
-  int32_t m_target_column = 0;
 };
 
 TEST_F(RecallGolden, LeavesTheOutputsThatAreKept) {
