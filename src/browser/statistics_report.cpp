@@ -6,6 +6,8 @@
 #include <span>
 #include <string>
 
+#include "engine/monitors.h"
+
 namespace tarn {
 namespace {
 
@@ -30,23 +32,23 @@ struct NodeSums {
     error_squared += difference * difference;
     largest_error = std::max(largest_error, std::fabs(difference));
   }
-};
 
-float Correlation(const NodeSums& sums, double n) {
-  const double output = sums.output;
-  const double target = sums.target;
-  const double of_output = n * sums.output_squared - output * output;
-  const double of_target = n * sums.target_squared - target * target;
-  if (!(of_output > 0) || !(of_target > 0)) return 0;
-  return static_cast<float>((n * sums.output_target - output * target) /
-                            (std::sqrt(of_target) * std::sqrt(of_output)));
-}
+  MonitorSums<float> ForCorrelation() const {
+    MonitorSums<float> sums;
+    sums.output_target = output_target;
+    sums.output = output;
+    sums.target = target;
+    sums.output_squared = output_squared;
+    sums.target_squared = target_squared;
+    return sums;
+  }
+};
 
 NodeStatistics StatisticsOf(const NodeSums& sums, int32_t count) {
   const auto n = static_cast<float>(count);
   const float mean_square = sums.error_squared / n;
   return {std::sqrt(mean_square < 0 ? 0.0F : mean_square), sums.error / n, sums.largest_error,
-          Correlation(sums, count)};
+          Correlation(sums.ForCorrelation(), count)};
 }
 
 std::string ValueText(float value) {
