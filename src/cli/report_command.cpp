@@ -163,8 +163,8 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
   add_number("--lower", arguments->lower, "Count outputs below this in the threshold check");
   command.footer(
       "Without --inputs the report is on the network's own training and test data, with it on\n"
-      "a run of the trained network over these inputs. The threshold check needs --upper,\n"
-      "--lower or both. Examples:\n"
+      "a run of the trained network over these inputs. The threshold check prints\n"
+      "nothing without --upper or --lower. Examples:\n"
       "  tarn-cli report statistics trained.net\n"
       "  tarn-cli report tolerance trained.net --tolerance 0.1 --inputs new.txt \\\n"
       "      --targets new.txt --targets-column 5");
