@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <stdexcept>
+#include <string_view>
 
 #include "base/paths.h"
 #include "browser/report.h"
@@ -11,6 +12,7 @@
 //   report/statistics/N   N patterns x 10 normalized outputs
 //   report/outputs/N      the lines of N patterns x 10 outputs written
 //   report/open/N         a report of N lines opened and its last line read
+//   report/text/N         a report of N lines read as text
 
 namespace tarn::bench {
 namespace {
@@ -46,11 +48,15 @@ void Outputs(benchmark::State& state) {
   }
 }
 
+void MakeLong(int64_t lines, ReportFile& report) {
+  if (!report.Create(TemporaryFolder()).ok()) throw std::runtime_error("no report file");
+  for (int64_t i = 0; i < lines; ++i) report.WriteBlank();
+  if (!report.Finish().ok()) throw std::runtime_error("no report file");
+}
+
 void Open(benchmark::State& state) {
   ReportFile report;
-  if (!report.Create(TemporaryFolder()).ok()) throw std::runtime_error("no report file");
-  for (int64_t i = 0; i < state.range(0); ++i) report.WriteBlank();
-  if (!report.Finish().ok()) throw std::runtime_error("no report file");
+  MakeLong(state.range(0), report);
   for (auto _ : state) {
     TVirtText text;
     if (!text.Open(report.path())) throw std::runtime_error("no report");
@@ -58,9 +64,25 @@ void Open(benchmark::State& state) {
   }
 }
 
+void Text(benchmark::State& state) {
+  ReportFile report;
+  MakeLong(state.range(0), report);
+  TVirtText text;
+  if (!text.Open(report.path())) throw std::runtime_error("no report");
+  for (auto _ : state) {
+    int64_t lines = 0;
+    const Status read = WriteReportText(text, [&lines](std::string_view) {
+      ++lines;
+      return true;
+    });
+    if (!read.ok() || lines != state.range(0)) throw std::runtime_error("no text");
+  }
+}
+
 BENCHMARK(Statistics)->Name("report/statistics")->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(Outputs)->Name("report/outputs")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(Open)->Name("report/open")->Arg(10)->Arg(10000000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Text)->Name("report/text")->Arg(10000000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarn::bench

@@ -118,6 +118,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
 
     // browser
     {kReportFileDenied, "ReportFileTest.AnswersForAFolderThatTakesNoFile"},
+    {kReportUnreadable, "ReportTextTest.TellsThatAReportCannotBeRead"},
     {kDivergedNodes, "DivergenceCheck.FindsNodesPinnedAtOneEnd"},
     {kNoDivergences, "DivergenceCheck.TellsThatThereIsNone"},
 

@@ -13,7 +13,7 @@ namespace tarn {
 std::vector<int32_t> DivergedNodes(const Network& network);
 
 // What the user is told: their numbers, as far as they go before the text passes 60 characters, or
-// that there are none.
+// that there are none. Throws std::bad_alloc.
 Message DivergenceMessage(const Network& network);
 
 }  // namespace tarn

@@ -6,11 +6,13 @@
 namespace tarn {
 
 inline constexpr std::string_view kReportFileDenied = "File Creation Access Denied";
+inline constexpr std::string_view kReportUnreadable = "The report file cannot be read";
 // Completed by the numbers of the nodes.
 inline constexpr std::string_view kDivergedNodes = "Diverged Output Nodes - ";
 inline constexpr std::string_view kNoDivergences = "Network Training OK - No Divergences Found";
 
-inline constexpr std::array kBrowserMessages = {kReportFileDenied, kDivergedNodes, kNoDivergences};
+inline constexpr std::array kBrowserMessages = {kReportFileDenied, kReportUnreadable,
+                                                kDivergedNodes, kNoDivergences};
 
 // Captions of the message boxes and of the entry dialogs, with the prompts of the latter.
 inline constexpr std::string_view kReportErrorCaption = "Tarn Error";

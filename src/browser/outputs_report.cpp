@@ -26,7 +26,7 @@ bool IsFixed(const Limits& limits, size_t node) {
 struct NodeColumn {
   std::string label;
   const char* values;
-  NodeScale scale;
+  OutputScale scale;
 };
 
 std::string LabelOf(const Network& network, size_t node, bool targets) {
@@ -36,7 +36,7 @@ std::string LabelOf(const Network& network, size_t node, bool targets) {
 
 std::vector<NodeColumn> NodeColumns(const Network& network, bool targets) {
   std::vector<NodeColumn> columns;
-  const std::vector<NodeScale> scales = NodeScales(network);
+  const std::vector<OutputScale> scales = OutputScales(network);
   for (size_t j = 0; j < scales.size(); ++j) {
     const bool fixed = IsFixed(network.target_limits, j);
     const char* const pair =

@@ -11,12 +11,13 @@ namespace tarn {
 namespace {
 
 constexpr int32_t kHeaderLines = 2;
+constexpr double kRounding = 1e-6;     // of a line: a page of 60 lines is no page of 59.9999999
 constexpr int32_t kMostLines = 10000;  // of a page, however small the font
 
 }  // namespace
 
 PrintPages::PrintPages(int64_t lines, double page_height, double line_height) : m_lines(lines) {
-  const double room = std::floor(page_height / line_height) - kHeaderLines;
+  const double room = std::floor(page_height / line_height + kRounding) - kHeaderLines;
   m_lines_per_page = room >= 1 ? static_cast<int32_t>(std::min<double>(room, kMostLines)) : 1;
   const int64_t pages = (m_lines + m_lines_per_page - 1) / m_lines_per_page;
   m_page_count =

@@ -46,9 +46,17 @@ std::string_view ReportCaption(ReportKind kind) {
   return "";
 }
 
-Status MakeReport(ReportKind kind, const Network& network, const CheckValues& values,
-                  const std::string& folder, ReportFile& report) {
-  if (Status created = report.Create(folder); !created.ok()) return created;
+bool NeedsTargets(ReportKind kind) {
+  return kind == ReportKind::kStatistics || kind == ReportKind::kTolerance ||
+         kind == ReportKind::kThreshold;
+}
+
+bool IsReportWanted(ReportKind kind, const CheckValues& values) {
+  return kind != ReportKind::kThreshold || values.thresholds.Given();
+}
+
+Status WriteReport(ReportKind kind, const Network& network, const CheckValues& values,
+                   ReportFile& report) {
   try {
     Write(kind, network, values, report);
   } catch (const std::bad_alloc&) {
@@ -56,6 +64,12 @@ Status MakeReport(ReportKind kind, const Network& network, const CheckValues& va
     return Status::Failure(kOutOfMemory);
   }
   return report.Finish();
+}
+
+Status MakeReport(ReportKind kind, const Network& network, const CheckValues& values,
+                  const std::string& folder, ReportFile& report) {
+  Status created = report.Create(folder);
+  return created.ok() ? WriteReport(kind, network, values, report) : created;
 }
 
 }  // namespace tarn

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,9 +21,19 @@ struct CheckValues {
   Thresholds thresholds;  // of kThreshold
 };
 
-// Writes a report on a loaded network, with the activations of all patterns, into a temporary file
-// in `folder`. kReportFileDenied when there cannot be one, kOutOfMemory when there is no room for
-// the work; there is no file then.
+// Whether the report compares outputs with targets, which the network has to have then.
+bool NeedsTargets(ReportKind kind);
+
+// Whether there is anything to report: a threshold check without a threshold ends silently.
+bool IsReportWanted(ReportKind kind, const CheckValues& values);
+
+// Writes a report that is wanted on a loaded network, with the activations of all its patterns (one
+// at least), into the file just created. kReportFileDenied when it cannot be written,
+// kOutOfMemory when there is no room for the work; there is no file then.
+Status WriteReport(ReportKind kind, const Network& network, const CheckValues& values,
+                   ReportFile& report);
+
+// The same into a temporary file in `folder`, kReportFileDenied when there cannot be one.
 Status MakeReport(ReportKind kind, const Network& network, const CheckValues& values,
                   const std::string& folder, ReportFile& report);
 

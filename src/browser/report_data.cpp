@@ -1,7 +1,5 @@
 #include "browser/report_data.h"
 
-#include "data/normalization.h"
-
 namespace tarn {
 
 void WriteReportHead(const Network& network, const char* title, ReportFile& report) {
@@ -25,17 +23,8 @@ void WriteSetLabel(const PatternSet& set, ReportFile& report) {
   report.Write(set.label);
 }
 
-NodeScale::NodeScale(const Network& network, size_t node)
-    : m_scaled(network.targ_norm != 0),
-      m_lower(network.target_limits.lower[node]),
-      m_upper(network.target_limits.upper[node]) {}
-
-float NodeScale::operator()(float value) const {
-  return m_scaled ? ToDataUnits(value, m_lower, m_upper) : value;
-}
-
-std::vector<NodeScale> NodeScales(const Network& network) {
-  std::vector<NodeScale> scales;
+std::vector<OutputScale> OutputScales(const Network& network) {
+  std::vector<OutputScale> scales;
   const auto nodes = static_cast<size_t>(OutputLayer(network).nUnits);
   scales.reserve(nodes);
   for (size_t j = 0; j < nodes; ++j) scales.emplace_back(network, j);

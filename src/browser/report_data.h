@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "browser/report_file.h"
+#include "data/normalization.h"
 #include "engine/network.h"
 
 // What the reports share: their heads, the sets of patterns that they go through, and the values
@@ -36,17 +37,22 @@ std::vector<PatternSet> PatternSets(const Network& network);
 // A blank line before the second set, then its label.
 void WriteSetLabel(const PatternSet& set, ReportFile& report);
 
-// Outputs and targets of one output node in data units: those of OutputToDataUnits.
-class NodeScale {
- public:
-  NodeScale(const Network& network, size_t node);
-  float operator()(float value) const;
+// One for every output node. Throws std::bad_alloc.
+std::vector<OutputScale> OutputScales(const Network& network);
 
- private:
-  bool m_scaled;
-  float m_lower;
-  float m_upper;
-};
-std::vector<NodeScale> NodeScales(const Network& network);
+// Calls f(output node, output, target), both values in data units, for every output of the set,
+// pattern after pattern. The network has targets. Throws std::bad_alloc.
+template <typename F>
+void ForEachOutput(const Network& network, const PatternSet& set, const F& f) {
+  const std::vector<OutputScale> scales = OutputScales(network);
+  for (int32_t k = 0; k < set.count; ++k) {
+    const size_t p = set.Pattern(k);
+    const std::span<const float> outputs = OutputLayer(network).activations.Row(p);
+    const std::span<const float> targets = network.targets.Row(p);
+    for (size_t j = 0; j < scales.size(); ++j) {
+      f(j, scales[j](outputs[j]), scales[j](targets[j]));
+    }
+  }
+}
 
 }  // namespace tarn

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/output_file.h"
+#include "browser/messages.h"
 #include "browser/report_file.h"
 
 namespace tarn {
@@ -22,16 +23,17 @@ void TVirtText::Close() {
   m_line_count = m_first_visible = 0;
 }
 
-std::string TVirtText::Line(int64_t index) {
+std::string TVirtText::Lines(int64_t index, int64_t count) {
   if (index < 0 || index >= m_line_count) return {};
   if (!Files().Seek(m_file, index * static_cast<int64_t>(kReportWidth))) return {};
-  std::string line(kReportWidth, ' ');
-  for (size_t held = 0; held < line.size();) {
-    const int64_t count = Files().Read(m_file, line.data() + held, line.size() - held);
-    if (count <= 0) return {};
-    held += static_cast<size_t>(count);
+  const auto lines = static_cast<size_t>(std::clamp<int64_t>(count, 0, m_line_count - index));
+  std::string records(lines * kReportWidth, ' ');
+  for (size_t held = 0; held < records.size();) {
+    const int64_t read = Files().Read(m_file, records.data() + held, records.size() - held);
+    if (read <= 0) return {};
+    held += static_cast<size_t>(read);
   }
-  return line;
+  return records;
 }
 
 int64_t TVirtText::ScrollRange(int64_t rows) const {
@@ -46,22 +48,26 @@ std::string_view WithoutTrailingBlanks(std::string_view line) {
   return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-bool WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink) {
+Status WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink) {
+  constexpr int64_t kLinesAtOnce = 819;  // some 64 KB
   std::string text;
-  for (int64_t i = 0; i < report.line_count(); ++i) {
-    const std::string line = report.Line(i);
-    if (line.empty()) return false;
-    text = WithoutTrailingBlanks(line);
-    text += '\n';
-    if (!sink(text)) return false;
+  for (int64_t i = 0; i < report.line_count(); i += kLinesAtOnce) {
+    const std::string records = report.Lines(i, kLinesAtOnce);
+    if (records.empty()) return Status::Failure(kReportUnreadable);
+    for (std::string_view rest = records; !rest.empty(); rest.remove_prefix(kReportWidth)) {
+      text = WithoutTrailingBlanks(rest.substr(0, kReportWidth));
+      text += '\n';
+      if (!sink(text)) return {};
+    }
   }
-  return true;
+  return {};
 }
 
 bool SaveReportText(TVirtText& report, const std::string& path) {
   OutputFile file;
   return file.OpenReplacing(path) &&
-         WriteReportText(report, [&file](std::string_view line) { return file.Write(line); }) &&
+         WriteReportText(report, [&file](std::string_view line) { return file.Write(line); })
+             .ok() &&
          file.Commit();
 }
 

@@ -26,7 +26,11 @@ class TVirtText {
   int64_t line_count() const { return m_line_count; }
   // Line `index`, from 0, kReportWidth bytes with the blanks that fill it; empty when there is no
   // such line or it cannot be read.
-  std::string Line(int64_t index);
+  std::string Line(int64_t index) { return Lines(index, 1); }
+
+  // Lines from `index` on, kReportWidth bytes each: `count` of them or as many as there are. Empty
+  // when they cannot be read.
+  std::string Lines(int64_t index, int64_t count);
 
   // The first line to be seen in a window of `rows` lines, moved so that the window is full where
   // the report is long enough.
@@ -44,9 +48,9 @@ class TVirtText {
 // A line as text: without the blanks at its end.
 std::string_view WithoutTrailingBlanks(std::string_view line);
 
-// Calls `sink` with every line, its trailing blanks removed and its line end added; false when the
-// sink has refused one.
-bool WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink);
+// Calls `sink` with every line, its trailing blanks removed and its line end added, until it
+// returns false. kReportUnreadable when a line cannot be read.
+Status WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink);
 
 // Saves the report as a text file. False when it cannot be written; the file is as it was then.
 bool SaveReportText(TVirtText& report, const std::string& path);

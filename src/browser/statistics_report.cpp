@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <span>
 #include <string>
 
 #include "engine/monitors.h"
@@ -51,10 +50,14 @@ NodeStatistics StatisticsOf(const NodeSums& sums, int32_t count) {
           Correlation(sums.ForCorrelation(), count)};
 }
 
+// Magnitudes between these, without them, are printed in the fixed form.
+constexpr float kTooSmall = 0.0001F;
+constexpr float kTooLarge = 100000.0F;
+
 std::string ValueText(float value) {
-  const double magnitude = std::fabs(value);
-  const bool exponent = magnitude >= 100000.0 || magnitude <= 0.0001;
-  return fmt::sprintf(exponent ? "   %12.4e" : "   %12.5f", double{value});
+  const float magnitude = std::fabs(value);
+  const bool fixed = magnitude > kTooSmall && magnitude < kTooLarge;
+  return fmt::sprintf(fixed ? "   %12.5f" : "   %12.4e", double{value});
 }
 
 std::string NodeText(const Network& network, size_t node) {
@@ -78,16 +81,10 @@ void WriteSet(const Network& network, const PatternSet& set, ReportFile& report)
 }  // namespace
 
 std::vector<NodeStatistics> ComputeStatistics(const Network& network, const PatternSet& set) {
-  const std::vector<NodeScale> scales = NodeScales(network);
-  std::vector<NodeSums> sums(scales.size());
-  for (int32_t k = 0; k < set.count; ++k) {
-    const size_t p = set.Pattern(k);
-    const std::span<const float> outputs = OutputLayer(network).activations.Row(p);
-    const std::span<const float> targets = network.targets.Row(p);
-    for (size_t j = 0; j < sums.size(); ++j) {
-      sums[j].Add(scales[j](outputs[j]), scales[j](targets[j]));
-    }
-  }
+  std::vector<NodeSums> sums(static_cast<size_t>(OutputLayer(network).nUnits));
+  ForEachOutput(network, set, [&sums](size_t node, float output, float target) {
+    sums[node].Add(output, target);
+  });
   std::vector<NodeStatistics> statistics;
   statistics.reserve(sums.size());
   for (const NodeSums& node : sums) statistics.push_back(StatisticsOf(node, set.count));

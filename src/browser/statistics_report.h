@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <vector>
 
 #include "browser/report_data.h"
 #include "browser/report_file.h"
@@ -16,7 +16,8 @@ struct NodeStatistics {
   float correlation = 0;    // -1..1; 0 where outputs or targets are constant
 };
 
-// For every output node. Sums are single precision, pattern after pattern; the correlation
+// For every output node of a network with targets, over a set that is not empty. Sums are single
+// precision, pattern after pattern; the correlation
 //   (N Sum(ot) - Sum(o) Sum(t)) / (sqrt(Dt) sqrt(Do)),  Do = N Sum(o^2) - Sum(o)^2, Dt likewise,
 // is computed in double from them, 0 unless Do and Dt are above 0. Throws std::bad_alloc.
 std::vector<NodeStatistics> ComputeStatistics(const Network& network, const PatternSet& set);

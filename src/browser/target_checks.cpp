@@ -2,25 +2,12 @@
 
 #include <cmath>
 #include <cstddef>
-#include <span>
 
 namespace tarn {
 namespace {
 
-// Calls judge(counts of the node, output, target) for every output of the set.
-template <typename Judge>
-std::vector<NodeCounts> Count(const Network& network, const PatternSet& set, const Judge& judge) {
-  const std::vector<NodeScale> scales = NodeScales(network);
-  std::vector<NodeCounts> counts(scales.size());
-  for (int32_t k = 0; k < set.count; ++k) {
-    const size_t p = set.Pattern(k);
-    const std::span<const float> outputs = OutputLayer(network).activations.Row(p);
-    const std::span<const float> targets = network.targets.Row(p);
-    for (size_t j = 0; j < counts.size(); ++j) {
-      judge(counts[j], scales[j](outputs[j]), scales[j](targets[j]));
-    }
-  }
-  return counts;
+size_t OutputNodes(const Network& network) {
+  return static_cast<size_t>(OutputLayer(network).nUnits);
 }
 
 void WriteCounts(const Network& network, const PatternSet& set,
@@ -42,22 +29,26 @@ void WriteCounts(const Network& network, const PatternSet& set,
 
 std::vector<NodeCounts> CountWithinTolerance(const Network& network, const PatternSet& set,
                                              float tolerance) {
-  return Count(network, set, [tolerance](NodeCounts& counts, float output, float target) {
-    ++(std::fabs(output - target) < tolerance ? counts.correct : counts.wrong);
+  std::vector<NodeCounts> counts(OutputNodes(network));
+  ForEachOutput(network, set, [&](size_t node, float output, float target) {
+    ++(std::fabs(output - target) < tolerance ? counts[node].correct : counts[node].wrong);
   });
+  return counts;
 }
 
 std::vector<NodeCounts> CountBeyondThresholds(const Network& network, const PatternSet& set,
                                               const Thresholds& thresholds) {
-  return Count(network, set, [&thresholds](NodeCounts& counts, float output, float target) {
+  std::vector<NodeCounts> counts(OutputNodes(network));
+  ForEachOutput(network, set, [&](size_t node, float output, float target) {
     const float product = output * target;
-    const auto judge = [&] {
-      counts.correct += product >= 0 ? 1 : 0;
-      counts.wrong += product < 0 ? 1 : 0;
+    const auto judge = [product, &of_node = counts[node]] {
+      of_node.correct += product >= 0 ? 1 : 0;
+      of_node.wrong += product < 0 ? 1 : 0;
     };
     if (thresholds.upper && output > *thresholds.upper) judge();
     if (thresholds.lower && output < *thresholds.lower) judge();
   });
+  return counts;
 }
 
 void WriteToleranceCheck(const Network& network, float tolerance, ReportFile& report) {

@@ -26,7 +26,8 @@ struct Thresholds {
   bool Given() const { return upper || lower; }
 };
 
-// For every output node; output o and target t in data units. Throw std::bad_alloc.
+// For every output node of a network with targets; output o and target t in data units. Throw
+// std::bad_alloc.
 //
 // Correct where |o - t| < tolerance, else wrong.
 std::vector<NodeCounts> CountWithinTolerance(const Network& network, const PatternSet& set,
@@ -36,7 +37,8 @@ std::vector<NodeCounts> CountWithinTolerance(const Network& network, const Patte
 std::vector<NodeCounts> CountBeyondThresholds(const Network& network, const PatternSet& set,
                                               const Thresholds& thresholds);
 
-// The counts of the training and the test set, or of all patterns.
+// The counts of the training and the test set, or of all patterns. The network has targets. Throw
+// std::bad_alloc.
 void WriteToleranceCheck(const Network& network, float tolerance, ReportFile& report);
 // At least one threshold is given.
 void WriteThresholdCheck(const Network& network, const Thresholds& thresholds, ReportFile& report);

@@ -52,6 +52,17 @@ void HandleInterrupts() {
   Handle(SIGPIPE, SIG_IGN);
 }
 
+HoldInterrupts::HoldInterrupts() {
+  sigset_t held;
+  sigemptyset(&held);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
+  ::sigprocmask(SIG_BLOCK, &held, &m_before);
+}
+
+HoldInterrupts::~HoldInterrupts() {
+  ::sigprocmask(SIG_SETMASK, &m_before, nullptr);
+}
+
 void RemoveWhenInterrupted(const std::string& path) {
   const auto slot = static_cast<size_t>(path_count);
   if (slot == kMostPaths || path.empty() || path.size() >= PATH_MAX) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <signal.h>
 #include <string>
 
 namespace tarn {
@@ -7,6 +8,19 @@ namespace tarn {
 // Takes over Ctrl-C, a request to end and a closed terminal: each ends the program at once
 // with exit status 130. A pipe that nobody reads any more is only a write that fails.
 void HandleInterrupts();
+
+// Holds interrupts back while it lives, so that none falls between making a file and telling its
+// name.
+class HoldInterrupts {
+ public:
+  HoldInterrupts();
+  ~HoldInterrupts();
+  HoldInterrupts(const HoldInterrupts&) = delete;
+  HoldInterrupts& operator=(const HoldInterrupts&) = delete;
+
+ private:
+  sigset_t m_before;
+};
 
 // A file, or a folder that is empty by then, that goes when an interrupt ends the program.
 void RemoveWhenInterrupted(const std::string& path);

@@ -12,10 +12,14 @@ CLI::Option* AddRecallDataOptions(CLI::App& command, RecallData& data) {
   };
   CLI::Option* inputs = add("--inputs", data.inputs, "Text file with the inputs", "FILE");
   add("--inputs-column", data.inputs_column, "Column of the first input value, from 1", "N")
-      ->capture_default_str();
-  add("--targets", data.targets, "Text file with targets to compare with", "FILE");
+      ->capture_default_str()
+      ->needs(inputs);
+  CLI::Option* targets =
+      add("--targets", data.targets, "Text file with targets to compare with", "FILE");
+  targets->needs(inputs);
   add("--targets-column", data.targets_column,
-      "Column of the first target value, from 1; needed with --targets", "N");
+      "Column of the first target value, from 1; needed with --targets", "N")
+      ->needs(targets);
   return inputs;
 }
 

@@ -8,6 +8,7 @@
 #include "base/paths.h"
 #include "base/text_numbers.h"
 #include "browser/divergence_check.h"
+#include "browser/messages.h"
 #include "browser/report.h"
 #include "browser/report_text.h"
 #include "cli/commands.h"
@@ -22,16 +23,15 @@ namespace {
 struct Kind {
   std::string_view name;
   std::optional<ReportKind> report;  // empty: the divergence check, which makes none
-  bool compares;                     // outputs with targets
 };
 
-constexpr std::array<Kind, 7> kKinds = {{{"information", ReportKind::kInformation, false},
-                                         {"weights", ReportKind::kWeights, false},
-                                         {"outputs", ReportKind::kOutputs, false},
-                                         {"statistics", ReportKind::kStatistics, true},
-                                         {"tolerance", ReportKind::kTolerance, true},
-                                         {"threshold", ReportKind::kThreshold, true},
-                                         {"divergence", std::nullopt, false}}};
+constexpr std::array<Kind, 7> kKinds = {{{"information", ReportKind::kInformation},
+                                         {"weights", ReportKind::kWeights},
+                                         {"outputs", ReportKind::kOutputs},
+                                         {"statistics", ReportKind::kStatistics},
+                                         {"tolerance", ReportKind::kTolerance},
+                                         {"threshold", ReportKind::kThreshold},
+                                         {"divergence", std::nullopt}}};
 
 const Kind* FindKind(std::string_view name) {
   for (const Kind& kind : kKinds) {
@@ -44,13 +44,12 @@ const Kind* FindKind(std::string_view name) {
 struct ReportArguments {
   std::string kind;
   std::string path;
+  bool recall = false;  // of `data`
   RecallData data;
   std::optional<uint32_t> seed;
   std::string tolerance;
   std::string upper;
   std::string lower;
-
-  bool IsRecall() const { return !data.inputs.empty(); }
 };
 
 ExitStatus Refuse(const std::string& text) {
@@ -70,12 +69,18 @@ ExitStatus TakeNumber(std::string_view option, const std::string& text,
   return kDone;
 }
 
-ExitStatus CheckArguments(const ReportArguments& arguments) {
-  const RecallData& data = arguments.data;
-  if (!arguments.IsRecall() && !(data.targets.empty() && data.targets_column.empty())) {
-    return Refuse("targets are named for new inputs: --inputs is missing");
+ExitStatus CheckArguments(const ReportArguments& arguments, const Kind& kind) {
+  const auto misplaced = [&kind](const std::string& text, ReportKind owner) {
+    return !text.empty() && kind.report != owner;
+  };
+  if (misplaced(arguments.tolerance, ReportKind::kTolerance)) {
+    return Refuse("--tolerance is of the tolerance check alone");
   }
-  if (arguments.IsRecall() && FindKind(arguments.kind)->compares && data.targets.empty()) {
+  if (misplaced(arguments.upper + arguments.lower, ReportKind::kThreshold)) {
+    return Refuse("--upper and --lower are of the threshold check alone");
+  }
+  if (arguments.recall && kind.report && NeedsTargets(*kind.report) &&
+      arguments.data.targets.empty()) {
     return Refuse("report " + arguments.kind + " compares with targets: --targets is missing");
   }
   return kDone;
@@ -87,34 +92,38 @@ ExitStatus Load(ReportArguments& arguments, Session& session) {
   session.seeds = SeedSource(arguments.seed);
   const ExitStatus opened = Open(session, arguments.path);
   if (opened != kDone) return opened;
-  if (arguments.IsRecall()) {
+  if (arguments.recall) {
     const ExitStatus taken = TakeRecallData(arguments.data, session.network);
     if (taken != kDone) return taken;
   }
   Notices notices;
   Status loaded =
-      arguments.IsRecall() ? LoadAndRecall(session, notices) : LoadForTraining(session, notices);
+      arguments.recall ? LoadAndRecall(session, notices) : LoadForTraining(session, notices);
   PrintNotices(notices);
-  if (loaded.ok() && !arguments.IsRecall()) loaded = PropagateAll(session.network);
+  if (loaded.ok() && !arguments.recall) loaded = PropagateAll(session.network);
   return Report(loaded);
 }
 
 ExitStatus PrintReport(ReportKind kind, const Network& network, const CheckValues& values) {
-  // Without a threshold there is nothing to count.
-  if (kind == ReportKind::kThreshold && !values.thresholds.Given()) return kDone;
   ReportFile report;
-  const Status made = MakeReport(kind, network, values, TemporaryFolder(), report);
+  Status made;
+  {
+    const HoldInterrupts hold;
+    made = report.Create(TemporaryFolder());
+    RemoveWhenInterrupted(report.path());
+  }
   if (!made.ok()) return Report(made);
-  RemoveWhenInterrupted(report.path());
+  made = WriteReport(kind, network, values, report);
+  if (!made.ok()) return Report(made);
   TVirtText text;
-  if (!text.Open(report.path())) return Report(Status::Failure("the report cannot be read"));
+  if (!text.Open(report.path())) return Report(Status::Failure(kReportUnreadable));
   // What could not be printed is told at the end of the program.
-  (void)WriteReportText(text, PrintResult);
-  return kDone;
+  return Report(WriteReportText(text, PrintResult));
 }
 
 ExitStatus RunReport(ReportArguments& arguments) {
-  const ExitStatus checked = CheckArguments(arguments);
+  const Kind& kind = *FindKind(arguments.kind);
+  const ExitStatus checked = CheckArguments(arguments, kind);
   if (checked != kDone) return checked;
   std::optional<float> tolerance;
   CheckValues values;
@@ -127,7 +136,7 @@ ExitStatus RunReport(ReportArguments& arguments) {
   const ExitStatus loaded = Load(arguments, session);
   if (loaded != kDone) return loaded;
   values.tolerance = tolerance.value_or(session.network.Tolerance);
-  const Kind& kind = *FindKind(arguments.kind);
+  if (kind.report && !IsReportWanted(*kind.report, values)) return kDone;
   if (kind.report) return PrintReport(*kind.report, session.network, values);
   PrintResult(DivergenceMessage(session.network).text + "\n");
   return kDone;
@@ -152,7 +161,7 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
       ->type_name("")
       ->check(CheckKind);
   AddNetworkArgument(command, arguments->path);
-  AddRecallDataOptions(command, arguments->data);
+  const CLI::Option* inputs = AddRecallDataOptions(command, arguments->data);
   AddSeedOption(command, arguments->seed);
   const auto add_number = [&command](const char* name, std::string& value, const char* help) {
     command.add_option(name, value, help)->type_name("X");
@@ -162,13 +171,16 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
   add_number("--upper", arguments->upper, "Count outputs above this in the threshold check");
   add_number("--lower", arguments->lower, "Count outputs below this in the threshold check");
   command.footer(
-      "Without --inputs the report is on the network's own training and test data, with it on\n"
-      "a run of the trained network over these inputs. The threshold check prints\n"
-      "nothing without --upper or --lower. Examples:\n"
+      "Without --inputs the report is on the network's own training and test data,\n"
+      "with it on a run of the trained network over these inputs. The threshold check\n"
+      "prints nothing without --upper or --lower. Examples:\n"
       "  tarn-cli report statistics trained.net\n"
       "  tarn-cli report tolerance trained.net --tolerance 0.1 --inputs new.txt \\\n"
       "      --targets new.txt --targets-column 5");
-  command.callback([arguments, &exit_status] { exit_status = RunReport(*arguments); });
+  command.callback([arguments, inputs, &exit_status] {
+    arguments->recall = inputs->count() > 0;
+    exit_status = RunReport(*arguments);
+  });
 }
 
 }  // namespace tarn

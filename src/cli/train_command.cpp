@@ -130,6 +130,7 @@ ExitStatus RunTrain(TrainArguments& arguments) {
   if (prepared != kDone) return prepared;
   TempFile own_history;
   if (arguments.history.empty()) {
+    const HoldInterrupts hold;
     own_history.Create(TemporaryFolder());
     RemoveWhenInterrupted(own_history.path());
   }

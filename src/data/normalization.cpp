@@ -175,10 +175,10 @@ float ToDataUnits(float value, float lower, float upper) {
   return static_cast<float>((value - offset) * kInverseFactor * range + lower);
 }
 
-float OutputToDataUnits(const Network& network, size_t node, float value) {
-  if (network.targ_norm == 0) return value;
-  return ToDataUnits(value, network.target_limits.lower[node], network.target_limits.upper[node]);
-}
+OutputScale::OutputScale(const Network& network, size_t node)
+    : m_scaled(network.targ_norm != 0),
+      m_lower(network.target_limits.lower[node]),
+      m_upper(network.target_limits.upper[node]) {}
 
 float InputToDataUnits(const Network& network, size_t node, float value) {
   if (network.pat_norm == 0) return value;

@@ -28,8 +28,19 @@ Status ReadTargetLimits(Network& network);
 
 // A scaled value in data units.
 float ToDataUnits(float value, float lower, float upper);
-// An output or a target of an output node in data units; the value itself unless targ_norm.
-float OutputToDataUnits(const Network& network, size_t node, float value);
+// Outputs and targets of one output node in data units; the values themselves unless targ_norm.
+class OutputScale {
+ public:
+  OutputScale(const Network& network, size_t node);
+  float operator()(float value) const {
+    return m_scaled ? ToDataUnits(value, m_lower, m_upper) : value;
+  }
+
+ private:
+  bool m_scaled;
+  float m_lower;
+  float m_upper;
+};
 // A value of an input node in data units; the value itself unless pat_norm.
 float InputToDataUnits(const Network& network, size_t node, float value);
 

@@ -11,7 +11,7 @@ namespace tarn {
 namespace {
 
 void AppendValue(const Network& network, size_t node, float value, std::string& line) {
-  line += fmt::sprintf("\t%f", OutputToDataUnits(network, node, value));
+  line += fmt::sprintf("\t%f", OutputScale(network, node)(value));
 }
 
 }  // namespace

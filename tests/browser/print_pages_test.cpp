@@ -35,6 +35,18 @@ TEST(PrintPages, HasRoomForALineAtLeast) {
   EXPECT_EQ(pages.LineCount(3), 1);
 }
 
+TEST(PrintPages, CountsALineThatEndsWithThePage) {
+  ASSERT_LT(0.6 / 0.1, 6.0);
+  EXPECT_EQ(PrintPages(100, 0.6, 0.1).lines_per_page(), 4);
+  EXPECT_EQ(PrintPages(100, 0.59, 0.1).lines_per_page(), 3);
+}
+
+TEST(PrintPages, HasALimitToTheLinesOfAPage) {
+  EXPECT_EQ(PrintPages(100000, 1e9, 1.0).lines_per_page(), 10000);
+  EXPECT_EQ(PrintPages(100000, 1e9, 1.0).page_count(), 10);
+  EXPECT_EQ(PrintPages(100000, 1e300, 1e-300).page_count(), 10);
+}
+
 TEST(PrintPages, CountsLongReports) {
   const PrintPages pages(10000000, 640.0, 10.0);
   EXPECT_EQ(pages.page_count(), 161291);

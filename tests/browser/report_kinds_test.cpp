@@ -1,3 +1,6 @@
+#include <new>
+#include <optional>
+
 #include "browser/messages.h"
 #include "browser/report.h"
 #include "browser/report_test.h"
@@ -52,6 +55,45 @@ TEST_F(ReportKinds, AnswerWithoutAFolder) {
   EXPECT_EQ(MakeReport(ReportKind::kStatistics, network, {}, "/nowhere", report).message(),
             "File Creation Access Denied");
   EXPECT_EQ(kReportErrorCaption, "Tarn Error");
+}
+
+// Memory is short when the first lines are handed on.
+class FilesWithoutMemory : public MemoryFiles {
+ public:
+  int64_t Write(Handle /*file*/, const void* /*data*/, size_t /*size*/) override {
+    throw std::bad_alloc();
+  }
+};
+
+TEST_F(ReportKinds, AnswerWithoutMemoryAndLeaveNothing) {
+  FilesWithoutMemory files;
+  const ScopedFileLayer layer(files);
+  const Network network = WithValues(Table(2000, {0.5F}), Table(2000, {0.25F}));
+  ReportFile report;
+  EXPECT_EQ(MakeReport(ReportKind::kOutputs, network, {}, "/tmp", report).message(),
+            "Tarn has run out of memory!");
+  EXPECT_EQ(report.path(), "");
+  EXPECT_TRUE(files.Paths().empty());
+  EXPECT_EQ(files.OpenHandles(), 0);
+}
+
+TEST_F(ReportKinds, NeedTargetsWhereTheyCompare) {
+  for (const ReportKind kind :
+       {ReportKind::kInformation, ReportKind::kWeights, ReportKind::kOutputs}) {
+    EXPECT_FALSE(NeedsTargets(kind));
+  }
+  for (const ReportKind kind :
+       {ReportKind::kStatistics, ReportKind::kTolerance, ReportKind::kThreshold}) {
+    EXPECT_TRUE(NeedsTargets(kind));
+  }
+}
+
+TEST_F(ReportKinds, AreNotWantedWithoutAThresholdToCheck) {
+  EXPECT_FALSE(IsReportWanted(ReportKind::kThreshold, {}));
+  EXPECT_TRUE(IsReportWanted(ReportKind::kThreshold, {0, {1.0F, std::nullopt}}));
+  EXPECT_TRUE(IsReportWanted(ReportKind::kThreshold, {0, {std::nullopt, 0.0F}}));
+  EXPECT_TRUE(IsReportWanted(ReportKind::kTolerance, {}));
+  EXPECT_TRUE(IsReportWanted(ReportKind::kInformation, {}));
 }
 
 TEST_F(ReportKinds, AskWithTheirTexts) {

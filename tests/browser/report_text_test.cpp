@@ -14,6 +14,13 @@ class ReportTextTest : public ReportTest {
     ASSERT_TRUE(m_text.Open(m_report.path()));
   }
 
+  // The report loses all but its first line behind the reader's back.
+  void CutToOneLine() {
+    const FileLayer::Handle file = Files().Open(m_report.path(), FileLayer::Mode::kAppend);
+    ASSERT_TRUE(Files().Truncate(file, 80));
+    Files().Close(file);
+  }
+
   ReportFile m_report;
   TVirtText m_text;
 };
@@ -86,10 +93,7 @@ TEST_F(ReportTextTest, LeavesTheOldFileWhereItCannotBeSaved) {
   MakeReport({"line", "line"});
   EXPECT_FALSE(SaveReportText(m_text, "/nowhere/saved.txt"));
   m_files.Put("/home/saved.txt", "old");
-  // The report loses its second line behind the reader's back.
-  const FileLayer::Handle file = Files().Open(m_report.path(), FileLayer::Mode::kAppend);
-  ASSERT_TRUE(Files().Truncate(file, 80));
-  Files().Close(file);
+  CutToOneLine();
   EXPECT_EQ(m_text.line_count(), 2);
   EXPECT_FALSE(SaveReportText(m_text, "/home/saved.txt"));
   EXPECT_EQ(m_files.Get("/home/saved.txt").value(), "old");
@@ -98,8 +102,34 @@ TEST_F(ReportTextTest, LeavesTheOldFileWhereItCannotBeSaved) {
 TEST_F(ReportTextTest, StopsWhereItsTextIsRefused) {
   MakeReport({"one", "two", "three"});
   int taken = 0;
-  EXPECT_FALSE(WriteReportText(m_text, [&taken](std::string_view) { return ++taken < 2; }));
+  EXPECT_TRUE(WriteReportText(m_text, [&taken](std::string_view) { return ++taken < 2; }).ok());
   EXPECT_EQ(taken, 2);
+}
+
+TEST_F(ReportTextTest, IsReadInBlocksWithoutLosingALine) {
+  std::vector<std::string> lines;
+  std::string expected;
+  for (int i = 0; i < 2000; ++i) {
+    lines.push_back(std::to_string(i));
+    expected += lines.back() + "\n";
+  }
+  MakeReport(lines);
+  EXPECT_EQ(m_text.Lines(1998, 5).size(), 160U);
+  EXPECT_EQ(m_text.Lines(2000, 1), "");
+  EXPECT_EQ(m_text.Lines(5, 0), "");
+  std::string text;
+  EXPECT_TRUE(WriteReportText(m_text, [&text](std::string_view line) {
+                text += line;
+                return true;
+              }).ok());
+  EXPECT_EQ(text, expected);
+}
+
+TEST_F(ReportTextTest, TellsThatAReportCannotBeRead) {
+  MakeReport({"line", "line"});
+  CutToOneLine();
+  const Status written = WriteReportText(m_text, [](std::string_view) { return true; });
+  EXPECT_EQ(written.message(), "The report file cannot be read");
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +20,19 @@ class Interrupt : public CliTest {
     PutNetwork();
     Do({"set", "test.net", "--update-rate", "1000000", "--autosave-rate", "10"});
     return {"train", "test.net", "--iterations", "2000000000"};
+  }
+
+  // long.txt, which takes a while to read and to report on.
+  void PutLongData() const {
+    std::ofstream data(Path("long.txt"));
+    for (int i = 0; i < 1500000; ++i) data << "1 2\n";
+  }
+
+  // Whether a report is being written: a file beside the folder of the session.
+  bool ReportHasBegun() {
+    const std::filesystem::directory_iterator entries(m_scene.environment["TMPDIR"]);
+    return std::any_of(begin(entries), end(entries),
+                       [](const auto& entry) { return entry.is_regular_file(); });
   }
 };
 
@@ -66,14 +81,22 @@ TEST_F(Interrupt, LeavesAtOnceTheSecondTimeWithTheOldFileWhole) {
 
 TEST_F(Interrupt, EndsACommandAtOnceThatDoesNotTrain) {
   PutTrainedNetwork();
-  {
-    std::ofstream data(Path("long.txt"));
-    for (int i = 0; i < 1500000; ++i) data << "1 2\n";
-  }
+  PutLongData();
   Program program({"recall", "test.net", "--inputs", "long.txt"}, m_scene);
   while (NamesIn(m_scene.environment["TMPDIR"]).empty()) std::this_thread::yield();
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   program.Signal(SIGINT);
+  const RunResult result = program.Wait();
+  EXPECT_EQ(result.status, 130);
+  EXPECT_EQ(result.out + result.err, "");
+}
+
+TEST_F(Interrupt, LeavesNoHalfWrittenReport) {
+  PutTrainedNetwork();
+  PutLongData();
+  Program program({"report", "outputs", "test.net", "--inputs", "long.txt"}, m_scene);
+  while (!ReportHasBegun()) std::this_thread::yield();
+  program.Signal(SIGTERM);
   const RunResult result = program.Wait();
   EXPECT_EQ(result.status, 130);
   EXPECT_EQ(result.out + result.err, "");

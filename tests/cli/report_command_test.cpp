@@ -113,12 +113,23 @@ TEST_F(ReportCommand, RefusesWhatItCannotMake) {
   ExpectRefusal({"threshold", "test.net", "--upper", "1x"},
                 "--upper takes a number, not '1x'" + help);
   ExpectRefusal({"outputs", "test.net", "--targets", "data.txt", "--targets-column", "3"},
-                "targets are named for new inputs: --inputs is missing" + help);
+                "--targets requires --inputs" + help);
+  ExpectRefusal({"outputs", "test.net", "--inputs-column", "2"},
+                "--inputs-column requires --inputs" + help);
+  ExpectRefusal({"outputs", "test.net", "--inputs", "data.txt", "--targets-column", "3"},
+                "--targets-column requires --targets" + help);
+  ExpectRefusal({"outputs", "test.net", "--tolerance", "1"},
+                "--tolerance is of the tolerance check alone" + help);
+  for (const char* option : {"--upper", "--lower"}) {
+    ExpectRefusal({"divergence", "test.net", option, "1"},
+                  "--upper and --lower are of the threshold check alone" + help);
+  }
   for (const std::string kind : {"statistics", "tolerance", "threshold"}) {
     ExpectRefusal({kind, "test.net", "--inputs", "data.txt"},
                   "report " + kind + " compares with targets: --targets is missing" + help);
   }
   ExpectRefusal({"outputs", "none.net"}, "File Not Found!", 1);
+  ExpectRefusal({"outputs", "test.net", "--inputs", ""}, "Input node data file not found", 1);
 }
 
 TEST_F(ReportCommand, AnswersWithoutAPlaceForTheReport) {

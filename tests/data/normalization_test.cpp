@@ -333,14 +333,14 @@ TEST(ToDataUnits, IsAppliedOnlyToNormalizedData) {
   Network network;
   network.input_limits = {{0, -3}, {1, 7}};
   network.target_limits = {{0, 100}, {1, 200}};
-  EXPECT_EQ(OutputToDataUnits(network, 1, 0.5F), 0.5F);
+  EXPECT_EQ(OutputScale(network, 1)(0.5F), 0.5F);
   EXPECT_EQ(InputToDataUnits(network, 1, 0.5F), 0.5F);
   network.targ_norm = 1;
-  EXPECT_EQ(OutputToDataUnits(network, 1, 0.5F), 150.0F);
+  EXPECT_EQ(OutputScale(network, 1)(0.5F), 150.0F);
   EXPECT_EQ(InputToDataUnits(network, 1, 0.5F), 0.5F);
   network.pat_norm = 1;
   network.targ_norm = 0;
-  EXPECT_EQ(OutputToDataUnits(network, 1, 0.5F), 0.5F);
+  EXPECT_EQ(OutputScale(network, 1)(0.5F), 0.5F);
   EXPECT_EQ(InputToDataUnits(network, 1, 0.5F), 2.0F);
 }
 

@@ -68,13 +68,19 @@ TEST(GoldenScenarios, LeaveOneSetOfFilesEachAndNothingElseIsKept) {
     files.insert(std::string(name) + ".out");
     hashes.insert(std::string(name) + ".activations");
   }
-  for (const char* name : {"iris", "removed", "deep", "recall"}) {
+  for (const char* name :
+       {"iris", "removed", "deep", "recall", "unnamed_recall", "mixed_removed", "after_run",
+        "boundaries", "limits", "long_names", "one_pattern", "constant", "diverged"}) {
     for (const char* kind :
          {"information", "weights", "outputs", "statistics", "tolerance", "threshold"}) {
       files.insert(std::string("report_") + name + "_" + kind + ".txt");
     }
   }
-  files.insert({"report_inputs_alone_outputs.txt", "report_unnamed_alone_outputs.txt"});
+  for (const char* name :
+       {"inputs_alone_outputs", "unnamed_alone_outputs", "upper_threshold", "lower_threshold",
+        "limits_alone_outputs", "long_names_alone_outputs", "diverged_divergence"}) {
+    files.insert(std::string("report_") + name + ".txt");
+  }
   hashes.insert({"wide.history", "wide.weights"});
   EXPECT_EQ(GoldenFileNames(), files);
   EXPECT_EQ(GoldenHashNames(), hashes);
