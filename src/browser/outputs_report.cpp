@@ -29,9 +29,14 @@ struct NodeColumn {
   OutputScale scale;
 };
 
+constexpr size_t kNameWidth = 15;
+// What is left of a line beside the pattern's number and both values.
+constexpr size_t kRoomOfName = kReportWidth - 8 - 45;
+
 std::string LabelOf(const Network& network, size_t node, bool targets) {
   if (network.output_names.empty()) return fmt::sprintf("Output Node %-3d", node + 1);
-  return fmt::sprintf(targets ? "%-15.15s" : "%-25s", network.output_names[node]);
+  const std::string& name = network.output_names[node];
+  return targets ? NameColumn(name, kNameWidth, kRoomOfName) : fmt::sprintf("%-25s", name);
 }
 
 std::vector<NodeColumn> NodeColumns(const Network& network, bool targets) {

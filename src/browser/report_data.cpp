@@ -1,5 +1,7 @@
 #include "browser/report_data.h"
 
+#include "base/utf8.h"
+
 namespace tarn {
 
 void WriteReportHead(const Network& network, const char* title, ReportFile& report) {
@@ -9,18 +11,23 @@ void WriteReportHead(const Network& network, const char* title, ReportFile& repo
   if (network.mode == Mode::kTraining) report.Printf(" Iterations:    %d", network.iteration);
 }
 
-std::vector<PatternSet> PatternSets(const Network& network) {
-  const bool training = network.mode == Mode::kTraining;
-  if (!training || network.testPats <= 0) {
-    return {{training ? " TRAINING DATA:" : " RECALL DATA:", {}, network.nPats, true, false}};
+std::string NameColumn(std::string_view name, size_t width, size_t room) {
+  std::string column;
+  size_t characters = 0;
+  while (!name.empty() && characters < width) {
+    const size_t bytes = CharacterLength(name);
+    if (column.size() + bytes + (width - characters - 1) > room) break;
+    column += name.substr(0, bytes);
+    name.remove_prefix(bytes);
+    ++characters;
   }
-  return {{" TRAINING DATA:", network.train_list, network.nTrain, false, false},
-          {" TEST DATA:", network.test_list, network.testPats, false, true}};
+  return column + std::string(width - characters, ' ');
 }
 
-void WriteSetLabel(const PatternSet& set, ReportFile& report) {
-  if (set.is_second) report.WriteBlank();
-  report.Write(set.label);
+void WriteSetLabel(const Network& network, const PatternSet& set, ReportFile& report) {
+  if (set.is_test) report.WriteBlank();
+  if (network.mode == Mode::kRecall) return report.Write(" RECALL DATA:");
+  report.Write(set.is_test ? " TEST DATA:" : " TRAINING DATA:");
 }
 
 std::vector<OutputScale> OutputScales(const Network& network) {

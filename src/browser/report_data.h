@@ -3,39 +3,29 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "browser/report_file.h"
 #include "data/normalization.h"
 #include "engine/network.h"
+#include "engine/pattern_sets.h"
 
-// What the reports share: their heads, the sets of patterns that they go through, and the values
-// that they compare.
+// What the reports share: their heads, the headings of their sets of patterns, and the values that
+// they compare.
 
 namespace tarn {
 
 // Title, blank line, network name, and in training the iterations.
 void WriteReportHead(const Network& network, const char* title, ReportFile& report);
 
-// One set of patterns and its heading.
-struct PatternSet {
-  std::string_view label;  // " TRAINING DATA:", " TEST DATA:" or " RECALL DATA:"
-  std::span<const int32_t> list;
-  int32_t count = 0;
-  bool is_all = false;  // every pattern in order, the list unused
-  bool is_second = false;
+// A node's name in a column of `width` characters, cut or padded; and cut further where its bytes
+// would leave the figures behind it no place in the line: it takes at most `room` bytes.
+std::string NameColumn(std::string_view name, size_t width, size_t room);
 
-  size_t Pattern(int32_t k) const {
-    return static_cast<size_t>(is_all ? k : list[static_cast<size_t>(k)]);
-  }
-};
-
-// In training with a test set the training set and the test set; otherwise all patterns.
-std::vector<PatternSet> PatternSets(const Network& network);
-
-// A blank line before the second set, then its label.
-void WriteSetLabel(const PatternSet& set, ReportFile& report);
+// A blank line before the test set, then " TRAINING DATA:", " TEST DATA:" or " RECALL DATA:".
+void WriteSetLabel(const Network& network, const PatternSet& set, ReportFile& report);
 
 // One for every output node. Throws std::bad_alloc.
 std::vector<OutputScale> OutputScales(const Network& network);

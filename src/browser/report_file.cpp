@@ -1,5 +1,6 @@
 #include "browser/report_file.h"
 
+#include "base/utf8.h"
 #include "browser/messages.h"
 
 namespace tarn {
@@ -7,18 +8,16 @@ namespace {
 
 constexpr size_t kBlock = 819 * kReportWidth;  // some 64 KB of whole lines
 
-// A byte of a UTF-8 character that is not its first.
-bool GoesOn(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 // The length of the longest part of a line that fits.
 size_t FittingLength(std::string_view line) {
   if (line.size() <= kReportWidth) return line.size();
-  size_t length = kReportWidth;
-  while (length > 0 && GoesOn(line[length])) --length;
-  // Bytes that are no text are cut as they come.
-  return kReportWidth - length < 4 ? length : kReportWidth;
+  size_t length = 0;
+  while (length < kReportWidth) {
+    const size_t next = length + CharacterLength(line.substr(length));
+    if (next > kReportWidth) break;
+    length = next;
+  }
+  return length;
 }
 
 }  // namespace

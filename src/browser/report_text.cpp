@@ -13,7 +13,11 @@ bool TVirtText::Open(const std::string& path) {
   m_file = Files().Open(path, FileLayer::Mode::kRead);
   if (m_file == FileLayer::kNoFile) return false;
   const int64_t size = Files().Size(m_file);
-  m_line_count = std::max<int64_t>(size, 0) / static_cast<int64_t>(kReportWidth);
+  if (size < 0) {
+    Close();
+    return false;
+  }
+  m_line_count = size / static_cast<int64_t>(kReportWidth);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "engine/monitors.h"
@@ -19,8 +20,18 @@ struct NodeSums {
   float error = 0;
   float error_squared = 0;
   float largest_error = 0;
+  std::optional<float> first_output;
+  float first_target = 0;
+  bool outputs_vary = false;
+  bool targets_vary = false;
 
   void Add(float o, float t) {
+    if (!first_output) {
+      first_output = o;
+      first_target = t;
+    }
+    outputs_vary |= o != *first_output;
+    targets_vary |= t != first_target;
     const float difference = o - t;
     output += o;
     target += t;
@@ -43,11 +54,16 @@ struct NodeSums {
   }
 };
 
+// Rounded sums of equal values leave a rest that is no correlation, however large it looks.
+float CorrelationOf(const NodeSums& sums, int32_t count) {
+  return sums.outputs_vary && sums.targets_vary ? Correlation(sums.ForCorrelation(), count) : 0.0F;
+}
+
 NodeStatistics StatisticsOf(const NodeSums& sums, int32_t count) {
   const auto n = static_cast<float>(count);
   const float mean_square = sums.error_squared / n;
   return {std::sqrt(mean_square < 0 ? 0.0F : mean_square), sums.error / n, sums.largest_error,
-          Correlation(sums.ForCorrelation(), count)};
+          CorrelationOf(sums, count)};
 }
 
 // Magnitudes between these, without them, are printed in the fixed form.
@@ -60,14 +76,17 @@ std::string ValueText(float value) {
   return fmt::sprintf(fixed ? "   %12.5f" : "   %12.4e", double{value});
 }
 
+constexpr size_t kNameWidth = 13;
+constexpr size_t kRoomOfLine = kReportWidth - 1 - 4 * 15;  // beside the blank and the four values
+
 std::string NodeText(const Network& network, size_t node) {
   if (network.output_names.empty()) return fmt::sprintf(" %-13d", node + 1);
-  return fmt::sprintf(" %-13.13s", network.output_names[node]);
+  return " " + NameColumn(network.output_names[node], kNameWidth, kRoomOfLine);
 }
 
 void WriteSet(const Network& network, const PatternSet& set, ReportFile& report) {
   constexpr const char* kHeading = " %-13s%15s%15s%15s%15s";
-  WriteSetLabel(set, report);
+  WriteSetLabel(network, set, report);
   report.Printf(kHeading, "Node", "Std Dev", "Bias", "Max Error", "Correlation");
   report.Printf(kHeading, "----", "-------", "----", "---------", "-----------");
   const std::vector<NodeStatistics> nodes = ComputeStatistics(network, set);

@@ -12,7 +12,7 @@ size_t OutputNodes(const Network& network) {
 
 void WriteCounts(const Network& network, const PatternSet& set,
                  const std::vector<NodeCounts>& counts, ReportFile& report) {
-  WriteSetLabel(set, report);
+  WriteSetLabel(network, set, report);
   report.Write(" Node                      Correct       Wrong");
   report.Write(" ----                      -------       -----");
   for (size_t j = 0; j < counts.size(); ++j) {
@@ -40,7 +40,7 @@ std::vector<NodeCounts> CountBeyondThresholds(const Network& network, const Patt
                                               const Thresholds& thresholds) {
   std::vector<NodeCounts> counts(OutputNodes(network));
   ForEachOutput(network, set, [&](size_t node, float output, float target) {
-    const float product = output * target;
+    const double product = double{output} * target;  // its sign counts: it must not underflow
     const auto judge = [product, &of_node = counts[node]] {
       of_node.correct += product >= 0 ? 1 : 0;
       of_node.wrong += product < 0 ? 1 : 0;

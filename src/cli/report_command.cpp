@@ -47,9 +47,9 @@ struct ReportArguments {
   bool recall = false;  // of `data`
   RecallData data;
   std::optional<uint32_t> seed;
-  std::string tolerance;
-  std::string upper;
-  std::string lower;
+  std::optional<std::string> tolerance;
+  std::optional<std::string> upper;
+  std::optional<std::string> lower;
 };
 
 ExitStatus Refuse(const std::string& text) {
@@ -57,30 +57,29 @@ ExitStatus Refuse(const std::string& text) {
   return kWrongUsage;
 }
 
-ExitStatus TakeNumber(std::string_view option, const std::string& text,
+ExitStatus TakeNumber(std::string_view option, const std::optional<std::string>& text,
                       std::optional<float>& value) {
-  if (text.empty()) return kDone;
-  std::string_view rest = text;
+  if (!text) return kDone;
+  std::string_view rest = *text;
   float number = 0;
   if (!ScanFloat(rest, number) || !rest.empty()) {
-    return Refuse("--" + std::string(option) + " takes a number, not '" + text + "'");
+    return Refuse("--" + std::string(option) + " takes a number, not '" + *text + "'");
   }
   value = number;
   return kDone;
 }
 
 ExitStatus CheckArguments(const ReportArguments& arguments, const Kind& kind) {
-  const auto misplaced = [&kind](const std::string& text, ReportKind owner) {
-    return !text.empty() && kind.report != owner;
-  };
-  if (misplaced(arguments.tolerance, ReportKind::kTolerance)) {
+  if (arguments.tolerance && kind.report != ReportKind::kTolerance) {
     return Refuse("--tolerance is of the tolerance check alone");
   }
-  if (misplaced(arguments.upper + arguments.lower, ReportKind::kThreshold)) {
+  const bool thresholds = arguments.upper || arguments.lower;
+  if (thresholds && kind.report != ReportKind::kThreshold) {
     return Refuse("--upper and --lower are of the threshold check alone");
   }
-  if (arguments.recall && kind.report && NeedsTargets(*kind.report) &&
-      arguments.data.targets.empty()) {
+  const bool wanted = kind.report != ReportKind::kThreshold || thresholds;
+  if (arguments.recall && arguments.data.targets.empty() && kind.report && wanted &&
+      NeedsTargets(*kind.report)) {
     return Refuse("report " + arguments.kind + " compares with targets: --targets is missing");
   }
   return kDone;
@@ -163,7 +162,8 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
   AddNetworkArgument(command, arguments->path);
   const CLI::Option* inputs = AddRecallDataOptions(command, arguments->data);
   AddSeedOption(command, arguments->seed);
-  const auto add_number = [&command](const char* name, std::string& value, const char* help) {
+  const auto add_number = [&command](const char* name, std::optional<std::string>& value,
+                                     const char* help) {
     command.add_option(name, value, help)->type_name("X");
   };
   add_number("--tolerance", arguments->tolerance,

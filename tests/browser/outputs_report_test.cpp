@@ -151,5 +151,11 @@ TEST_F(OutputsReport, NumbersOfFourDigitsPushTheLine) {
   EXPECT_EQ(LastLine(), " 1000 => Output Node 1   (target,output) =      0.25000,      0.50000");
 }
 
+TEST_F(OutputsReport, LosesNoFigureToANameOfManyBytes) {
+  m_network.output_names = {"name", "気温気温気温気温気温気温気温気"};
+  EXPECT_EQ(LastLine(),
+            "   2 => 気温気温気温          (target,output) =      1.00000,      2.00000");
+}
+
 }  // namespace
 }  // namespace tarn

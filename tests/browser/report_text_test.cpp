@@ -1,6 +1,7 @@
 #include "browser/report_text.h"
 
 #include "browser/report_test.h"
+#include "support/faulty_files.h"
 
 namespace tarn {
 namespace {
@@ -123,6 +124,16 @@ TEST_F(ReportTextTest, IsReadInBlocksWithoutLosingALine) {
                 return true;
               }).ok());
   EXPECT_EQ(text, expected);
+}
+
+TEST_F(ReportTextTest, IsNotOpenedWhenItsLengthCannotBeTold) {
+  m_files.Put("/tmp/report", std::string(80, 'a'));
+  FaultyFiles faulty(m_files);
+  const ScopedFileLayer layer(faulty);
+  faulty.FailAt(2, FaultyFiles::Fault::kOnce, FaultyFiles::Kinds::kAll);
+  EXPECT_FALSE(m_text.Open("/tmp/report"));
+  EXPECT_EQ(faulty.Failures(), 1);
+  EXPECT_EQ(m_files.OpenHandles(), 0);
 }
 
 TEST_F(ReportTextTest, TellsThatAReportCannotBeRead) {

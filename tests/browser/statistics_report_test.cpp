@@ -98,6 +98,30 @@ TEST_F(StatisticsReport, OnePatternAndConstantOutputsHaveNoCorrelation) {
   EXPECT_EQ(First().correlation, 0.0F);
 }
 
+TEST_F(StatisticsReport, TakesNoRoundedRestForACorrelation) {
+  for (const float output : {0.1F, 0.83F, 7.7F}) {
+    m_network = WithValues({{output}}, {{0.1F}});
+    EXPECT_EQ(First().correlation, 0.0F) << output;
+  }
+  Table varying;
+  for (int i = 0; i < 150; ++i) varying.push_back({static_cast<float>(i % 7) * 0.1F});
+  m_network = WithValues(Table(150, {0.37F}), varying);
+  EXPECT_EQ(First().correlation, 0.0F);
+  m_network = WithValues(varying, Table(150, {0.37F}));
+  EXPECT_EQ(First().correlation, 0.0F);
+}
+
+TEST_F(StatisticsReport, LosesNoFigureToANameOfManyBytes) {
+  const std::string before = Report()[8];
+  const std::string word = "Температура воздуха";
+  m_network.output_names = {word};
+  const std::string line = Report()[8];
+  EXPECT_EQ(line.substr(line.size() - 60), before.substr(before.size() - 60));
+  EXPECT_EQ(line.substr(0, 13), " " + word.substr(0, 12));
+  m_network.output_names = {"Größe"};
+  EXPECT_TRUE(Report()[8].starts_with(" Größe        " + before.substr(14))) << Report()[8];
+}
+
 TEST_F(StatisticsReport, ChoosesTheFormByTheMagnitudeOfEachValue) {
   const auto maximum = [this](float error) { return WithError(error)[8].substr(44, 15); };
   EXPECT_EQ(maximum(0.00011F), "        0.00011");

@@ -59,6 +59,19 @@ TEST_F(TargetChecks, OutputsBelowTheLowerThresholdAgreeInSign) {
   EXPECT_EQ(BeyondOne(9.0F, -1.0F, lower), (NodeCounts{0, 0}));
 }
 
+TEST_F(TargetChecks, SignsOfTheSmallestValuesStillDisagree) {
+  EXPECT_EQ(BeyondOne(-1e-30F, 1e-30F, {{}, 0.0F}), (NodeCounts{0, 1}));
+}
+
+// 0.15 as a float lies a little above the lower end of the band, and so does the target that is
+// turned back into data units.
+TEST_F(TargetChecks, ANormalizedTargetOfZeroIsWhatItTurnsBackInto) {
+  m_network = WithValues({{-0.5F}}, {{0.15F}});
+  m_network.targ_norm = 1;
+  m_network.target_limits = {{0.0F}, {1.0F}};
+  EXPECT_EQ(Beyond({{}, 0.0F}).front(), (NodeCounts{0, 1}));
+}
+
 TEST_F(TargetChecks, AnOutputBeyondBothThresholdsCountsTwice) {
   EXPECT_EQ(BeyondOne(0.5F, 1.0F, {0.2F, 0.8F}), (NodeCounts{2, 0}));
   EXPECT_EQ(BeyondOne(0.5F, -1.0F, {0.2F, 0.8F}), (NodeCounts{0, 2}));

@@ -95,7 +95,11 @@ TEST_F(Interrupt, LeavesNoHalfWrittenReport) {
   PutTrainedNetwork();
   PutLongData();
   Program program({"report", "outputs", "test.net", "--inputs", "long.txt"}, m_scene);
-  while (!ReportHasBegun()) std::this_thread::yield();
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  while (!ReportHasBegun()) {
+    ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+    std::this_thread::yield();
+  }
   program.Signal(SIGTERM);
   const RunResult result = program.Wait();
   EXPECT_EQ(result.status, 130);

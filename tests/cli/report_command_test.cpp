@@ -84,6 +84,7 @@ TEST_F(ReportCommand, TakesToleranceAndThresholds) {
   EXPECT_THAT(Report({"threshold", "test.net", "--upper", "5", "--lower", "-1e1"}),
               testing::HasSubstr(" Thresholds:     5.000000, -10.000000\n"));
   EXPECT_EQ(Report({"threshold", "test.net"}), "");
+  EXPECT_EQ(Report({"threshold", "test.net", "--inputs", "data.txt"}), "");
 }
 
 TEST_F(ReportCommand, LeavesTheNetworkFileAlone) {
@@ -124,10 +125,14 @@ TEST_F(ReportCommand, RefusesWhatItCannotMake) {
     ExpectRefusal({"divergence", "test.net", option, "1"},
                   "--upper and --lower are of the threshold check alone" + help);
   }
-  for (const std::string kind : {"statistics", "tolerance", "threshold"}) {
-    ExpectRefusal({kind, "test.net", "--inputs", "data.txt"},
-                  "report " + kind + " compares with targets: --targets is missing" + help);
+  const std::string missing = " compares with targets: --targets is missing" + help;
+  for (const std::string kind : {"statistics", "tolerance"}) {
+    ExpectRefusal({kind, "test.net", "--inputs", "data.txt"}, "report " + kind + missing);
   }
+  ExpectRefusal({"threshold", "test.net", "--inputs", "data.txt", "--upper", "1"},
+                "report threshold" + missing);
+  ExpectRefusal({"tolerance", "test.net", "--tolerance", ""},
+                "--tolerance takes a number, not ''" + help);
   ExpectRefusal({"outputs", "none.net"}, "File Not Found!", 1);
   ExpectRefusal({"outputs", "test.net", "--inputs", ""}, "Input node data file not found", 1);
 }

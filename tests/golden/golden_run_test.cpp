@@ -68,9 +68,9 @@ TEST(GoldenScenarios, LeaveOneSetOfFilesEachAndNothingElseIsKept) {
     files.insert(std::string(name) + ".out");
     hashes.insert(std::string(name) + ".activations");
   }
-  for (const char* name :
-       {"iris", "removed", "deep", "recall", "unnamed_recall", "mixed_removed", "after_run",
-        "boundaries", "limits", "long_names", "one_pattern", "constant", "diverged"}) {
+  for (const char* name : {"iris", "removed", "deep", "recall", "unnamed_recall", "mixed_removed",
+                           "after_run", "boundaries", "limits", "limits_named", "limits_recall",
+                           "long_names", "one_pattern", "constant", "diverged"}) {
     for (const char* kind :
          {"information", "weights", "outputs", "statistics", "tolerance", "threshold"}) {
       files.insert(std::string("report_") + name + "_" + kind + ".txt");

@@ -149,11 +149,18 @@ TEST(ReportGoldenOfValues, ShowsTheFormThatTheLimitsOfANodeChoose) {
     network.target_limits.upper[j] = limits[j].second;
   }
   ExpectAllReports("limits", network);
+  HoldBack(network, 1);
+  network.output_names.assign(limits.size(), "name");
+  ExpectAllReports("limits_named", network);
+  network.output_names.clear();
   network.mode = Mode::kRecall;
+  network.RecallTargets = true;
+  ExpectAllReports("limits_recall", network);
+  network.RecallTargets = false;
   ExpectReport("limits_alone", ReportKind::kOutputs, network);
   network.output_names.assign(limits.size(), "a name that is longer than its column");
   ExpectReport("long_names_alone", ReportKind::kOutputs, network);
-  network.RecallTargets = 1;
+  network.RecallTargets = true;
   ExpectAllReports("long_names", network);
 }
 
