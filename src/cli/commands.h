@@ -14,6 +14,7 @@ void AddSetCommand(CLI::App& program, ExitStatus& exit_status);
 void AddTrainCommand(CLI::App& program, ExitStatus& exit_status);
 void AddRecallCommand(CLI::App& program, ExitStatus& exit_status);
 void AddReportCommand(CLI::App& program, ExitStatus& exit_status);
+void AddPlotCommand(CLI::App& program, ExitStatus& exit_status);
 void AddRestoreCommand(CLI::App& program, ExitStatus& exit_status);
 
 }  // namespace tarn

@@ -52,12 +52,10 @@ ProgressLine::ProgressLine(bool wanted, int64_t now_ms)
 
 void ProgressLine::Show(int32_t iteration, int32_t max_iterations, float rms_error,
                         int64_t now_ms) {
-  if (!m_wanted || now_ms - m_last_ms < kRedrawMs) return;
-  m_last_ms = now_ms;
   const double fraction = std::min(static_cast<double>(iteration) / max_iterations, 1.0);
   const auto done = static_cast<size_t>(fraction * kBarWidth);
   const std::string bar = std::string(done, '#') + std::string(kBarWidth - done, ' ');
-  std::string text = fmt::sprintf("\r[%s] %5.1f %%", bar, fraction * 100.0);
+  std::string text = fmt::sprintf("[%s] %5.1f %%", bar, fraction * 100.0);
   if (iteration > 0) text += fmt::sprintf("  RMS error %8.6f", double{rms_error});
   if (iteration > kNoEstimateTo) {
     const double elapsed = static_cast<double>(now_ms - m_start_ms) / 1000.0;
@@ -65,7 +63,13 @@ void ProgressLine::Show(int32_t iteration, int32_t max_iterations, float rms_err
     text +=
         fmt::sprintf("  remaining %d:%02d:%02d", seconds / 3600, seconds % 3600 / 60, seconds % 60);
   }
-  Print(stderr, text + "\x1b[K");
+  ShowText(text, now_ms);
+}
+
+void ProgressLine::ShowText(const std::string& text, int64_t now_ms) {
+  if (!m_wanted || now_ms - m_last_ms < kRedrawMs) return;
+  m_last_ms = now_ms;
+  Print(stderr, "\r" + text + "\x1b[K");
   m_shown = true;
 }
 

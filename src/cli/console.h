@@ -36,6 +36,8 @@ class ProgressLine {
   // "[#####     ]  50.0 %  RMS error 0.123456  remaining 0:00:12", at most ten times a second.
   // The time is an estimate by the iterations done so far and missing before the first few.
   void Show(int32_t iteration, int32_t max_iterations, float rms_error, int64_t now_ms);
+  // Any text, as often.
+  void ShowText(const std::string& text, int64_t now_ms);
   void Clear();
 
  private:

@@ -29,6 +29,7 @@ int RunProgram(int argc, char** argv) {
   tarn::AddTrainCommand(program, exit_status);
   tarn::AddRecallCommand(program, exit_status);
   tarn::AddReportCommand(program, exit_status);
+  tarn::AddPlotCommand(program, exit_status);
   tarn::AddRestoreCommand(program, exit_status);
   for (CLI::App* command : program.get_subcommands({})) command->group("Commands");
   try {

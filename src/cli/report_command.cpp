@@ -1,5 +1,4 @@
 #include <array>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,10 +11,8 @@
 #include "browser/report.h"
 #include "browser/report_text.h"
 #include "cli/commands.h"
-#include "cli/common.h"
 #include "cli/interrupt.h"
-#include "cli/recall_data.h"
-#include "engine/recall_run.h"
+#include "cli/studied_network.h"
 
 namespace tarn {
 namespace {
@@ -43,10 +40,7 @@ const Kind* FindKind(std::string_view name) {
 // As typed.
 struct ReportArguments {
   std::string kind;
-  std::string path;
-  bool recall = false;  // of `data`
-  RecallData data;
-  std::optional<uint32_t> seed;
+  StudiedNetwork network;
   std::optional<std::string> tolerance;
   std::optional<std::string> upper;
   std::optional<std::string> lower;
@@ -78,29 +72,11 @@ ExitStatus CheckArguments(const ReportArguments& arguments, const Kind& kind) {
     return Refuse("--upper and --lower are of the threshold check alone");
   }
   const bool wanted = kind.report != ReportKind::kThreshold || thresholds;
-  if (arguments.recall && arguments.data.targets.empty() && kind.report && wanted &&
-      NeedsTargets(*kind.report)) {
+  if (arguments.network.IsRecall() && arguments.network.data.targets.empty() && kind.report &&
+      wanted && NeedsTargets(*kind.report)) {
     return Refuse("report " + arguments.kind + " compares with targets: --targets is missing");
   }
   return kDone;
-}
-
-// The network with the activations of all patterns.
-ExitStatus Load(ReportArguments& arguments, Session& session) {
-  CompletePaths({&arguments.path, &arguments.data.inputs, &arguments.data.targets});
-  session.seeds = SeedSource(arguments.seed);
-  const ExitStatus opened = Open(session, arguments.path);
-  if (opened != kDone) return opened;
-  if (arguments.recall) {
-    const ExitStatus taken = TakeRecallData(arguments.data, session.network);
-    if (taken != kDone) return taken;
-  }
-  Notices notices;
-  Status loaded =
-      arguments.recall ? LoadAndRecall(session, notices) : LoadForTraining(session, notices);
-  PrintNotices(notices);
-  if (loaded.ok() && !arguments.recall) loaded = PropagateAll(session.network);
-  return Report(loaded);
 }
 
 ExitStatus PrintReport(ReportKind kind, const Network& network, const CheckValues& values) {
@@ -132,7 +108,7 @@ ExitStatus RunReport(ReportArguments& arguments) {
     if (taken != kDone) return taken;
   }
   Session session;
-  const ExitStatus loaded = Load(arguments, session);
+  const ExitStatus loaded = LoadStudied(arguments.network, session);
   if (loaded != kDone) return loaded;
   values.tolerance = tolerance.value_or(session.network.Tolerance);
   if (kind.report && !IsReportWanted(*kind.report, values)) return kDone;
@@ -159,9 +135,7 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
       ->required()
       ->type_name("")
       ->check(CheckKind);
-  AddNetworkArgument(command, arguments->path);
-  const CLI::Option* inputs = AddRecallDataOptions(command, arguments->data);
-  AddSeedOption(command, arguments->seed);
+  AddStudiedNetwork(command, arguments->network);
   const auto add_number = [&command](const char* name, std::optional<std::string>& value,
                                      const char* help) {
     command.add_option(name, value, help)->type_name("X");
@@ -177,10 +151,7 @@ void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
       "  tarn-cli report statistics trained.net\n"
       "  tarn-cli report tolerance trained.net --tolerance 0.1 --inputs new.txt \\\n"
       "      --targets new.txt --targets-column 5");
-  command.callback([arguments, inputs, &exit_status] {
-    arguments->recall = inputs->count() > 0;
-    exit_status = RunReport(*arguments);
-  });
+  command.callback([arguments, &exit_status] { exit_status = RunReport(*arguments); });
 }
 
 }  // namespace tarn

@@ -1,5 +1,6 @@
 #include "engine/error_history.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "base/output_file.h"
@@ -91,6 +92,16 @@ bool HistoryReader::Next(HistoryRecord& record) {
   if (held < bytes.size()) return false;
   record = DecodeHistoryRecord(bytes);
   return true;
+}
+
+int64_t HistoryReader::Count() const {
+  const int64_t size = IsOpen() ? Files().Size(m_file) : 0;
+  return std::max<int64_t>(size, 0) / static_cast<int64_t>(kHistoryRecordSize);
+}
+
+bool HistoryReader::Read(int64_t index, HistoryRecord& record) {
+  return IsOpen() && Files().Seek(m_file, index * static_cast<int64_t>(kHistoryRecordSize)) &&
+         Next(record);
 }
 
 Status ExportErrorHistory(const std::string& history_path, const std::string& path) {

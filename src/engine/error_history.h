@@ -60,8 +60,12 @@ class HistoryReader {
   HistoryReader& operator=(const HistoryReader&) = delete;
 
   bool IsOpen() const { return m_file != FileLayer::kNoFile; }
+  // Whole records that there are by now.
+  int64_t Count() const;
   // False when no whole record is left.
   bool Next(HistoryRecord& record);
+  // Record `index`, from 0; Next goes on behind it.
+  bool Read(int64_t index, HistoryRecord& record);
 
  private:
   FileLayer::Handle m_file;

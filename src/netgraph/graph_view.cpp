@@ -1,0 +1,37 @@
+#include "netgraph/graph_view.h"
+
+#include <algorithm>
+#include <string>
+
+#include "netgraph/graph_layout.h"
+#include "netgraph/messages.h"
+
+namespace tarn {
+namespace {
+
+bool HasLegend(const Graph& graph) {
+  return graph.contours || std::ranges::any_of(graph.curves, [](const CURVE_DEF& curve) {
+           return !curve.name.empty();
+         });
+}
+
+}  // namespace
+
+GraphView::GraphView(const Graph& graph)
+    : m_opening(OpeningRange(graph)), m_range(m_opening), m_legend(HasLegend(graph)) {}
+
+std::optional<Message> GraphView::ZoomTo(const GraphLayout& layout, const Point& top_left,
+                                         const Point& bottom_right) {
+  const Point upper = layout.ToData(top_left);
+  const Point lower = layout.ToData(bottom_right);
+  const GraphRange range = {static_cast<float>(upper.x), static_cast<float>(lower.x),
+                            static_cast<float>(lower.y), static_cast<float>(upper.y)};
+  if (range.x_min < range.x_max && range.y_min < range.y_max) {
+    m_range = range;
+    return std::nullopt;
+  }
+  return Message{std::string(kInvalidZoomCaption), std::string(kInvalidZoomArea),
+                 MessageIcon::kExclamation};
+}
+
+}  // namespace tarn

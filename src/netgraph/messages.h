@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace tarn {
+
+inline constexpr std::string_view kHistoryUnreadable = "The error history cannot be read";
+inline constexpr std::string_view kInvalidZoomArea = "Define Zoom Area TOP/LEFT to BOTTOM/RIGHT";
+inline constexpr std::string_view kTooFewInputs = "Requires at least two inputs - aborting!";
+inline constexpr std::string_view kInputSelectionError = "Input node selection error - aborting!";
+inline constexpr std::string_view kContourMemory = "Memory Error generating Contours";
+inline constexpr std::string_view kSingleHiddenNode =
+    "Hidden layer %d has a single node: there is nothing to compare";
+inline constexpr std::string_view kGraphNotSaved = "The graph cannot be written";
+
+// Texts of the status line, completed by the percentage.
+inline constexpr std::string_view kHiddenNodesProgress = "Hidden Nodes/Patterns Processed %d%%";
+inline constexpr std::string_view kInterrogatorProgress = "Inputs/Patterns Processed %d%%";
+inline constexpr std::string_view kContourProgress = "Contours Processed %d%%";
+
+inline constexpr std::array kNetGraphMessages = {
+    kHistoryUnreadable,    kInvalidZoomArea,  kTooFewInputs,  kInputSelectionError,
+    kContourMemory,        kSingleHiddenNode, kGraphNotSaved, kHiddenNodesProgress,
+    kInterrogatorProgress, kContourProgress};
+
+// Captions of the message boxes.
+inline constexpr std::string_view kInvalidZoomCaption = "Invalid Zoom Area";
+inline constexpr std::string_view kContourCaption = "Tarn Contour Plot";
+inline constexpr std::string_view kNetGraphErrorCaption = "NetGraph Error";
+
+// The window that shows a graph.
+inline constexpr std::string_view kNetGraphCaption = "NetGraph";
+
+}  // namespace tarn
