@@ -29,14 +29,16 @@ struct NodeColumn {
   OutputScale scale;
 };
 
-constexpr size_t kNameWidth = 15;
-// What is left of a line beside the pattern's number and both values.
-constexpr size_t kRoomOfName = kReportWidth - 8 - 45;
+std::string Prefix(int32_t pattern, bool is_test) {
+  return fmt::sprintf(is_test ? " %3d*=> " : " %3d => ", pattern + 1);
+}
 
 std::string LabelOf(const Network& network, size_t node, bool targets) {
   if (network.output_names.empty()) return fmt::sprintf("Output Node %-3d", node + 1);
-  const std::string& name = network.output_names[node];
-  return targets ? NameColumn(name, kNameWidth, kRoomOfName) : fmt::sprintf("%-25s", name);
+  // The values and what comes before them take 45 bytes, 15 without the target.
+  const size_t room = kReportWidth - Prefix(network.nPats - 1, false).size() - (targets ? 45 : 15);
+  const NameColumn column = {targets ? size_t{15} : size_t{25}, targets, room};
+  return column.Text(network.output_names[node]);
 }
 
 std::vector<NodeColumn> NodeColumns(const Network& network, bool targets) {
@@ -92,7 +94,7 @@ void WriteOutputsReport(const Network& network, ReportFile& report) {
   for (int32_t p = 0; p < network.nPats; ++p) {
     const auto row = static_cast<size_t>(p);
     const bool is_test = training && marks.IsTest(p);
-    const std::string prefix = fmt::sprintf(is_test ? " %3d*=> " : " %3d => ", p + 1);
+    const std::string prefix = Prefix(p, is_test);
     for (size_t j = 0; j < columns.size(); ++j) {
       const NodeColumn& column = columns[j];
       const double output = column.scale(outputs.Row(row)[j]);

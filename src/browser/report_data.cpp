@@ -11,17 +11,19 @@ void WriteReportHead(const Network& network, const char* title, ReportFile& repo
   if (network.mode == Mode::kTraining) report.Printf(" Iterations:    %d", network.iteration);
 }
 
-std::string NameColumn(std::string_view name, size_t width, size_t room) {
-  std::string column;
+std::string NameColumn::Text(std::string_view name) const {
+  std::string text;
   size_t characters = 0;
-  while (!name.empty() && characters < width) {
+  while (!name.empty() && !(cut && characters == width)) {
     const size_t bytes = CharacterLength(name);
-    if (column.size() + bytes + (width - characters - 1) > room) break;
-    column += name.substr(0, bytes);
+    const size_t blanks = width > characters ? width - characters - 1 : 0;
+    if (text.size() + bytes + blanks > room) break;
+    text += name.substr(0, bytes);
     name.remove_prefix(bytes);
     ++characters;
   }
-  return column + std::string(width - characters, ' ');
+  text.resize(text.size() + (width > characters ? width - characters : 0), ' ');
+  return text;
 }
 
 void WriteSetLabel(const Network& network, const PatternSet& set, ReportFile& report) {

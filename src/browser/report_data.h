@@ -20,9 +20,14 @@ namespace tarn {
 // Title, blank line, network name, and in training the iterations.
 void WriteReportHead(const Network& network, const char* title, ReportFile& report);
 
-// A node's name in a column of `width` characters, cut or padded; and cut further where its bytes
-// would leave the figures behind it no place in the line: it takes at most `room` bytes.
-std::string NameColumn(std::string_view name, size_t width, size_t room);
+// How a node's name stands in a line.
+struct NameColumn {
+  size_t width = 0;  // characters, filled up with blanks
+  bool cut = false;  // a longer name is cut at the width
+  size_t room = 0;   // bytes: a name that takes more is cut, so that no figure behind it is lost
+
+  std::string Text(std::string_view name) const;
+};
 
 // A blank line before the test set, then " TRAINING DATA:", " TEST DATA:" or " RECALL DATA:".
 void WriteSetLabel(const Network& network, const PatternSet& set, ReportFile& report);

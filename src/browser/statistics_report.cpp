@@ -76,12 +76,12 @@ std::string ValueText(float value) {
   return fmt::sprintf(fixed ? "   %12.5f" : "   %12.4e", double{value});
 }
 
-constexpr size_t kNameWidth = 13;
-constexpr size_t kRoomOfLine = kReportWidth - 1 - 4 * 15;  // beside the blank and the four values
+// Beside the name: a blank and four values.
+constexpr NameColumn kName = {13, true, kReportWidth - 1 - size_t{4} * 15};
 
 std::string NodeText(const Network& network, size_t node) {
   if (network.output_names.empty()) return fmt::sprintf(" %-13d", node + 1);
-  return " " + NameColumn(network.output_names[node], kNameWidth, kRoomOfLine);
+  return " " + kName.Text(network.output_names[node]);
 }
 
 void WriteSet(const Network& network, const PatternSet& set, ReportFile& report) {

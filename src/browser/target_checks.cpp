@@ -10,6 +10,9 @@ size_t OutputNodes(const Network& network) {
   return static_cast<size_t>(OutputLayer(network).nUnits);
 }
 
+// Beside the name: a blank and both counts.
+constexpr NameColumn kName = {25, false, kReportWidth - 1 - 20};
+
 void WriteCounts(const Network& network, const PatternSet& set,
                  const std::vector<NodeCounts>& counts, ReportFile& report) {
   WriteSetLabel(network, set, report);
@@ -20,7 +23,7 @@ void WriteCounts(const Network& network, const PatternSet& set,
     if (network.output_names.empty()) {
       report.Printf(" %-25d%8d    %8d", j + 1, node.correct, node.wrong);
     } else {
-      report.Printf(" %-25s%8d    %8d", network.output_names[j], node.correct, node.wrong);
+      report.Printf(" %s%8d    %8d", kName.Text(network.output_names[j]), node.correct, node.wrong);
     }
   }
 }

@@ -53,7 +53,7 @@ ExitStatus Refuse(const std::string& text) {
 
 ExitStatus TakeNumber(std::string_view option, const std::optional<std::string>& text,
                       std::optional<float>& value) {
-  if (!text) return kDone;
+  if (!text || text->empty()) return kDone;
   std::string_view rest = *text;
   float number = 0;
   if (!ScanFloat(rest, number) || !rest.empty()) {

@@ -2,28 +2,12 @@
 
 #include <algorithm>
 
+#include "base/utf8.h"
+
 namespace tarn {
-namespace {
-
-// The bytes of the character at the front of the text, which is not empty.
-size_t CharacterSize(std::string_view text) {
-  const unsigned char lead = static_cast<unsigned char>(text[0]);
-  size_t size = 1;
-  if (lead >= 0xC2 && lead <= 0xDF) size = 2;
-  if (lead >= 0xE0 && lead <= 0xEF) size = 3;
-  if (lead >= 0xF0 && lead <= 0xF4) size = 4;
-  if (size > text.size()) return 1;
-  for (size_t i = 1; i < size; ++i) {
-    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) return 1;
-  }
-  return size;
-}
-
-}  // namespace
-
 std::string_view FirstCharacters(std::string_view text, size_t count) {
   size_t end = 0;
-  for (size_t i = 0; i < count && end < text.size(); ++i) end += CharacterSize(text.substr(end));
+  for (size_t i = 0; i < count && end < text.size(); ++i) end += CharacterLength(text.substr(end));
   return text.substr(0, end);
 }
 

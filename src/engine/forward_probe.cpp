@@ -6,7 +6,8 @@
 namespace tarn {
 namespace {
 
-// Connections x rows of a run: some 1 to 2 ms of work, so that a window never waits long for one.
+// Connections x rows of a run: 0.2 to 1 ms measured on a processor of 2024, so that a window never
+// waits long for one; and no more rows than the vectors of a run are worth.
 constexpr size_t kWorkOfRun = 20000000;
 constexpr size_t kMostRows = 1024;
 

@@ -151,6 +151,16 @@ TEST_F(OutputsReport, NumbersOfFourDigitsPushTheLine) {
   EXPECT_EQ(LastLine(), " 1000 => Output Node 1   (target,output) =      0.25000,      0.50000");
 }
 
+TEST_F(OutputsReport, LosesNoFigureToANameBehindALongPatternNumber) {
+  m_network = WithValues(Table(10000, {0.25F}), Table(10000, {0.75F}));
+  m_network.output_names = {"Температура воздуха"};
+  EXPECT_TRUE(LastLine().ends_with("(target,output) =      0.75000,      0.25000")) << LastLine();
+  m_network.mode = Mode::kRecall;
+  m_network.RecallTargets = false;
+  m_network.output_names = {"気温気温気温気温気温気温気温気温気温気温気温気温気"};
+  EXPECT_TRUE(LastLine().ends_with(" =      0.25000")) << LastLine();
+}
+
 TEST_F(OutputsReport, LosesNoFigureToANameOfManyBytes) {
   m_network.output_names = {"name", "気温気温気温気温気温気温気温気"};
   EXPECT_EQ(LastLine(),

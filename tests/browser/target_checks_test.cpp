@@ -131,5 +131,13 @@ TEST_F(TargetChecks, ThresholdReportNamesWhatIsGiven) {
   EXPECT_TRUE((Thresholds{{}, 0.0F}).Given());
 }
 
+TEST_F(TargetChecks, LoseNoCountToANameOfManyBytes) {
+  m_network.output_names = {"Größe", "気温気温気温気温気温気温気温気温気温気温気温気温気"};
+  const std::vector<std::string> lines = ThresholdReport({0.4F, {}});
+  EXPECT_EQ(lines[lines.size() - 2], " Größe                           2           0");
+  EXPECT_TRUE(lines.back().ends_with("       2           0")) << lines.back();
+  EXPECT_TRUE(lines.back().starts_with(" 気温気温気温気温")) << lines.back();
+}
+
 }  // namespace
 }  // namespace tarn
