@@ -37,6 +37,11 @@ bool PrintResult(std::string_view text) {
   return std::ferror(stdout) == 0;
 }
 
+ExitStatus RefuseUsage(std::string_view command, const std::string& text) {
+  PrintError(fmt::sprintf("%s; see 'tarn-cli %s --help'", text, command));
+  return kWrongUsage;
+}
+
 ExitStatus Report(const Status& status) {
   if (status.ok()) return kDone;
   PrintError(status.message());

@@ -19,6 +19,9 @@ void PrintNote(std::string_view text);
 // False when the text could not be taken any more.
 bool PrintResult(std::string_view text);
 
+// Tells what is wrong with the words of a command, and where they are explained.
+ExitStatus RefuseUsage(std::string_view command, const std::string& text);
+
 // Prints the failure and returns kFailed, or returns kDone.
 ExitStatus Report(const Status& status);
 

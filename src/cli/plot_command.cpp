@@ -6,23 +6,22 @@
 #include <string>
 #include <string_view>
 
-#include "base/output_file.h"
 #include "cli/commands.h"
 #include "cli/common.h"
+#include "cli/kinds.h"
 #include "cli/studied_network.h"
 #include "netgraph/contour_analysis.h"
-#include "netgraph/graph_csv.h"
-#include "netgraph/graph_renderer.h"
+#include "netgraph/graph_file.h"
 #include "netgraph/hidden_node_analyzer.h"
 #include "netgraph/history_plots.h"
 #include "netgraph/input_interrogator.h"
-#include "netgraph/messages.h"
 #include "netgraph/node_selection.h"
 #include "netgraph/pattern_plots.h"
-#include "netgraph/svg_canvas.h"
 
 namespace tarn {
 namespace {
+
+constexpr std::string_view kCommand = "plot";
 
 enum class Plot { kHistory, kScatter, kOutputs, kError, kInputs, kInterrogator, kHidden, kContour };
 
@@ -48,17 +47,6 @@ constexpr std::array<Kind, 14> kKinds = {
      {"hidden", Plot::kHidden},
      {"contour", Plot::kContour}}};
 
-const Kind* FindKind(std::string_view name) {
-  for (const Kind& kind : kKinds) {
-    if (kind.name == name) return &kind;
-  }
-  return nullptr;
-}
-
-// Pixels of a picture.
-constexpr std::array<int, 2> kWidths = {300, 8000};
-constexpr std::array<int, 2> kHeights = {200, 6000};
-
 // As typed.
 struct PlotArguments {
   std::string kind;
@@ -74,11 +62,6 @@ struct PlotArguments {
   bool IsPicture() const { return output.ends_with(".svg"); }
 };
 
-ExitStatus Refuse(const std::string& text) {
-  PrintError(text + "; see 'tarn-cli plot --help'");
-  return kWrongUsage;
-}
-
 bool ComparesWithTargets(Plot plot) {
   return plot == Plot::kScatter || plot == Plot::kError;
 }
@@ -89,23 +72,25 @@ bool TakesNode(Plot plot) {
 
 ExitStatus CheckHistoryOptions(const PlotArguments& arguments, bool wanted) {
   if (!wanted && !arguments.history.empty()) {
-    return Refuse("--history is of the plots against iterations alone");
+    return RefuseUsage(kCommand, "--history is of the plots against iterations alone");
   }
   if (wanted && arguments.history.empty()) {
-    return Refuse("plot " + arguments.kind + " reads an error history: --history is missing");
+    return RefuseUsage(kCommand,
+                       "plot " + arguments.kind + " reads an error history: --history is missing");
   }
   if (wanted && arguments.network.IsRecall()) {
-    return Refuse("plot " + arguments.kind + " takes no --inputs: it reads an error history");
+    return RefuseUsage(kCommand,
+                       "plot " + arguments.kind + " takes no --inputs: it reads an error history");
   }
   return kDone;
 }
 
 ExitStatus CheckNodeOptions(const PlotArguments& arguments, Plot plot) {
   if (arguments.node && !TakesNode(plot)) {
-    return Refuse("plot " + arguments.kind + " takes no --node");
+    return RefuseUsage(kCommand, "plot " + arguments.kind + " takes no --node");
   }
   if ((arguments.first_input || arguments.second_input) && plot != Plot::kContour) {
-    return Refuse("--first-input and --second-input are of the contour plot alone");
+    return RefuseUsage(kCommand, "--first-input and --second-input are of the contour plot alone");
   }
   return kDone;
 }
@@ -117,13 +102,14 @@ ExitStatus CheckArguments(const PlotArguments& arguments, Plot plot) {
   if (nodes != kDone) return nodes;
   if (ComparesWithTargets(plot) && arguments.network.IsRecall() &&
       arguments.network.data.targets.empty()) {
-    return Refuse("plot " + arguments.kind + " compares with targets: --targets is missing");
+    return RefuseUsage(kCommand,
+                       "plot " + arguments.kind + " compares with targets: --targets is missing");
   }
   if (!arguments.IsPicture() && !arguments.output.ends_with(".csv")) {
-    return Refuse("the output is a picture, FILE.svg, or a table, FILE.csv");
+    return RefuseUsage(kCommand, "the output is a picture, FILE.svg, or a table, FILE.csv");
   }
   if (!arguments.IsPicture() && (arguments.width || arguments.height)) {
-    return Refuse("--width and --height are of a picture, FILE.svg");
+    return RefuseUsage(kCommand, "--width and --height are of a picture, FILE.svg");
   }
   return kDone;
 }
@@ -164,9 +150,8 @@ ExitStatus Interrogate(const PlotArguments& arguments, const Network& network, G
 
 ExitStatus AnalyzeHidden(const PlotArguments& arguments, const Network& network, Graph& graph) {
   const size_t layer = Node("--node", arguments.node, 0, network.nLayers - 2) + 1;
-  if (network.layers[layer].nUnits < 2) {
-    return Report(Status::Failure(fmt::sprintf(kSingleHiddenNode, layer)));
-  }
+  const std::optional<Message> refused = CheckHiddenLayer(network, layer);
+  if (refused) return Report(Status::Failure(refused->text));
   HiddenNodeAnalyzer analyzer(network);
   Complete(analyzer);
   graph = HiddenNodePlot(analyzer, layer);
@@ -228,25 +213,20 @@ ExitStatus Build(const PlotArguments& arguments, const Kind& kind, const Network
   return kFailed;
 }
 
-std::string Picture(const PlotArguments& arguments, const Graph& graph) {
-  constexpr int kWidth = 800;
-  constexpr int kHeight = 600;
-  SvgCanvas canvas({static_cast<double>(arguments.width.value_or(kWidth)),
-                    static_cast<double>(arguments.height.value_or(kHeight))},
-                   graph.title);
-  DrawGraph(graph, GraphView(graph), canvas);
-  return canvas.Document();
+constexpr int Pixels(double length) {
+  return static_cast<int>(length);
 }
 
 ExitStatus Save(const PlotArguments& arguments, const Graph& graph) {
-  const std::string text = arguments.IsPicture() ? Picture(arguments, graph) : GraphCsv(graph);
-  OutputFile file;
-  const bool saved = file.OpenReplacing(arguments.output) && file.Write(text) && file.Commit();
-  return Report(saved ? Status() : Status::Failure(kGraphNotSaved));
+  if (!arguments.IsPicture()) return Report(SaveTable(graph, arguments.output));
+  const int width = arguments.width.value_or(Pixels(kPictureSize.width));
+  const int height = arguments.height.value_or(Pixels(kPictureSize.height));
+  const Size size = {static_cast<double>(width), static_cast<double>(height)};
+  return Report(SavePicture(graph, size, arguments.output));
 }
 
 ExitStatus RunPlot(PlotArguments& arguments) {
-  const Kind& kind = *FindKind(arguments.kind);
+  const Kind& kind = *FindKind(kKinds, arguments.kind);
   const ExitStatus checked = CheckArguments(arguments, kind.plot);
   if (checked != kDone) return checked;
   StudiedNetwork& network = arguments.network;
@@ -265,13 +245,6 @@ ExitStatus RunPlot(PlotArguments& arguments) {
   return built == kDone ? Save(arguments, graph) : built;
 }
 
-std::string CheckKind(const std::string& name) {
-  if (FindKind(name) != nullptr) return {};
-  std::string text = "'" + name + "' is no kind of plot; there are";
-  for (const Kind& kind : kKinds) text.append(" ").append(kind.name);
-  return text;
-}
-
 void AddNodeOptions(CLI::App& command, PlotArguments& arguments) {
   const auto add = [&command](const char* name, std::optional<int32_t>& value, const char* help) {
     command.add_option(name, value, help)->type_name("N");
@@ -287,10 +260,10 @@ void AddNodeOptions(CLI::App& command, PlotArguments& arguments) {
 void AddPictureOptions(CLI::App& command, PlotArguments& arguments) {
   command.add_option("--width", arguments.width, "Pixels; 800 unless given")
       ->type_name("W")
-      ->check(CLI::Range(kWidths[0], kWidths[1]));
+      ->check(CLI::Range(Pixels(kSmallestPicture.width), Pixels(kLargestPicture.width)));
   command.add_option("--height", arguments.height, "Pixels; 600 unless given")
       ->type_name("H")
-      ->check(CLI::Range(kHeights[0], kHeights[1]));
+      ->check(CLI::Range(Pixels(kSmallestPicture.height), Pixels(kLargestPicture.height)));
   command.add_option("-o,--output", arguments.output, "The picture, FILE.svg, or table, FILE.csv")
       ->type_name("FILE")
       ->required();
@@ -299,16 +272,13 @@ void AddPictureOptions(CLI::App& command, PlotArguments& arguments) {
 }  // namespace
 
 void AddPlotCommand(CLI::App& program, ExitStatus& exit_status) {
-  CLI::App& command = *program.add_subcommand("plot", "Draw a graph of a network");
+  CLI::App& command = *program.add_subcommand(std::string(kCommand), "Draw a graph of a network");
   const auto arguments = std::make_shared<PlotArguments>();
-  command
-      .add_option("KIND", arguments->kind,
+  AddKindArgument(command, kKinds, std::string(kCommand),
                   "rms, test-rms, learn-rate, correlation, test-correlation, tolerance or "
                   "test-tolerance, of an error history; scatter, outputs, error, inputs, "
-                  "interrogator, hidden or contour, of the network")
-      ->required()
-      ->type_name("")
-      ->check(CheckKind);
+                  "interrogator, hidden or contour, of the network",
+                  arguments->kind);
   AddStudiedNetwork(command, arguments->network);
   command
       .add_option("--history", arguments->history,

@@ -12,10 +12,13 @@
 #include "browser/report_text.h"
 #include "cli/commands.h"
 #include "cli/interrupt.h"
+#include "cli/kinds.h"
 #include "cli/studied_network.h"
 
 namespace tarn {
 namespace {
+
+constexpr std::string_view kCommand = "report";
 
 struct Kind {
   std::string_view name;
@@ -30,13 +33,6 @@ constexpr std::array<Kind, 7> kKinds = {{{"information", ReportKind::kInformatio
                                          {"threshold", ReportKind::kThreshold},
                                          {"divergence", std::nullopt}}};
 
-const Kind* FindKind(std::string_view name) {
-  for (const Kind& kind : kKinds) {
-    if (kind.name == name) return &kind;
-  }
-  return nullptr;
-}
-
 // As typed.
 struct ReportArguments {
   std::string kind;
@@ -46,18 +42,14 @@ struct ReportArguments {
   std::optional<std::string> lower;
 };
 
-ExitStatus Refuse(const std::string& text) {
-  PrintError(text + "; see 'tarn-cli report --help'");
-  return kWrongUsage;
-}
-
 ExitStatus TakeNumber(std::string_view option, const std::optional<std::string>& text,
                       std::optional<float>& value) {
   if (!text || text->empty()) return kDone;
   std::string_view rest = *text;
   float number = 0;
   if (!ScanFloat(rest, number) || !rest.empty()) {
-    return Refuse("--" + std::string(option) + " takes a number, not '" + *text + "'");
+    return RefuseUsage(kCommand,
+                       "--" + std::string(option) + " takes a number, not '" + *text + "'");
   }
   value = number;
   return kDone;
@@ -65,16 +57,17 @@ ExitStatus TakeNumber(std::string_view option, const std::optional<std::string>&
 
 ExitStatus CheckArguments(const ReportArguments& arguments, const Kind& kind) {
   if (arguments.tolerance && kind.report != ReportKind::kTolerance) {
-    return Refuse("--tolerance is of the tolerance check alone");
+    return RefuseUsage(kCommand, "--tolerance is of the tolerance check alone");
   }
   const bool thresholds = arguments.upper || arguments.lower;
   if (thresholds && kind.report != ReportKind::kThreshold) {
-    return Refuse("--upper and --lower are of the threshold check alone");
+    return RefuseUsage(kCommand, "--upper and --lower are of the threshold check alone");
   }
   const bool wanted = kind.report != ReportKind::kThreshold || thresholds;
   if (arguments.network.IsRecall() && arguments.network.data.targets.empty() && kind.report &&
       wanted && NeedsTargets(*kind.report)) {
-    return Refuse("report " + arguments.kind + " compares with targets: --targets is missing");
+    return RefuseUsage(kCommand,
+                       "report " + arguments.kind + " compares with targets: --targets is missing");
   }
   return kDone;
 }
@@ -97,7 +90,7 @@ ExitStatus PrintReport(ReportKind kind, const Network& network, const CheckValue
 }
 
 ExitStatus RunReport(ReportArguments& arguments) {
-  const Kind& kind = *FindKind(arguments.kind);
+  const Kind& kind = *FindKind(kKinds, arguments.kind);
   const ExitStatus checked = CheckArguments(arguments, kind);
   if (checked != kDone) return checked;
   std::optional<float> tolerance;
@@ -117,24 +110,14 @@ ExitStatus RunReport(ReportArguments& arguments) {
   return kDone;
 }
 
-std::string CheckKind(const std::string& name) {
-  if (FindKind(name) != nullptr) return {};
-  std::string text = "'" + name + "' is no kind of report; there are";
-  for (const Kind& kind : kKinds) text.append(" ").append(kind.name);
-  return text;
-}
-
 }  // namespace
 
 void AddReportCommand(CLI::App& program, ExitStatus& exit_status) {
-  CLI::App& command = *program.add_subcommand("report", "Print a report on a network");
+  CLI::App& command = *program.add_subcommand(std::string(kCommand), "Print a report on a network");
   const auto arguments = std::make_shared<ReportArguments>();
-  command
-      .add_option("KIND", arguments->kind,
-                  "information, weights, outputs, statistics, tolerance, threshold or divergence")
-      ->required()
-      ->type_name("")
-      ->check(CheckKind);
+  AddKindArgument(command, kKinds, std::string(kCommand),
+                  "information, weights, outputs, statistics, tolerance, threshold or divergence",
+                  arguments->kind);
   AddStudiedNetwork(command, arguments->network);
   const auto add_number = [&command](const char* name, std::optional<std::string>& value,
                                      const char* help) {

@@ -1,6 +1,7 @@
 #include "netgraph/node_selection.h"
 
 #include <algorithm>
+#include <fmt/printf.h>
 
 #include "base/text_numbers.h"
 #include "netgraph/messages.h"
@@ -36,6 +37,12 @@ NodePrompt SecondInputPrompt(size_t first_input) {
 
 size_t ChooseNode(std::string_view answer, int32_t count) {
   return static_cast<size_t>(std::clamp(ToInt(answer), 1, std::max(count, 1)) - 1);
+}
+
+std::optional<Message> CheckHiddenLayer(const Network& network, size_t layer) {
+  if (network.layers[layer].nUnits > 1) return std::nullopt;
+  return Message{std::string(kNetGraphErrorCaption), fmt::sprintf(kSingleHiddenNode, layer),
+                 MessageIcon::kExclamation};
 }
 
 bool AsksForInputs(const Network& network) {

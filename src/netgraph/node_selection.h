@@ -47,6 +47,9 @@ NodePrompt SecondInputPrompt(size_t first_input);
 // The node meant by an answer, from 0: the nearest of 1..count; what is no number counts as 0.
 size_t ChooseNode(std::string_view answer, int32_t count);
 
+// What the user is told of a hidden layer, from 1, that has nothing to compare: a single node.
+std::optional<Message> CheckHiddenLayer(const Network& network, size_t layer);
+
 // The contour plot of a network with two inputs does not ask for them, that of one with one output
 // not for it.
 bool AsksForInputs(const Network& network);

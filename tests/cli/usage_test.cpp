@@ -13,7 +13,7 @@ TEST_F(Usage, IsHelpedOutOnStdout) {
   const RunResult result = Run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "");
-  for (const char* command : {"new", "set", "train", "recall", "report", "restore"}) {
+  for (const char* command : {"new", "set", "train", "recall", "report", "plot", "restore"}) {
     EXPECT_NE(result.out.find(std::string("\n  ") + command + " "), std::string::npos);
     const RunResult help = Run({command, "--help"});
     EXPECT_EQ(help.status, 0) << command;
@@ -23,7 +23,7 @@ TEST_F(Usage, IsHelpedOutOnStdout) {
 }
 
 TEST_F(Usage, HelpFitsATerminalOfEightyColumns) {
-  for (const char* command : {"new", "set", "train", "recall", "report", "restore"}) {
+  for (const char* command : {"new", "set", "train", "recall", "report", "plot", "restore"}) {
     std::string text = Run({command, "--help"}).out;
     for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
       EXPECT_LE(end, 80U) << text.substr(0, end);
@@ -69,6 +69,9 @@ TEST_F(Usage, HelpNamesEveryOption) {
                        "--outputs", "--history", "--autosave", "--quiet"});
   expect_all("recall",
              {"--inputs", "--inputs-column", "--targets", "--targets-column", "--outputs"});
+  expect_all("plot",
+             {"--inputs", "--inputs-column", "--targets", "--targets-column", "--seed", "--history",
+              "--node", "--first-input", "--second-input", "--width", "--height", "-o,--output"});
   expect_all("report", {"--inputs", "--inputs-column", "--targets", "--targets-column", "--seed",
                         "--tolerance", "--upper", "--lower"});
 }

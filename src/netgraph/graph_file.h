@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "base/status.h"
+#include "netgraph/canvas.h"
+#include "netgraph/graph.h"
+
+namespace tarn {
+
+// The size of a picture in pixels: unless another one is wanted, and its limits.
+inline constexpr Size kPictureSize = {800, 600};
+inline constexpr Size kSmallestPicture = {300, 200};
+inline constexpr Size kLargestPicture = {8000, 6000};
+
+// Replace the file `path` by the whole graph: as a picture in SVG, with its legend, or as text in
+// CSV. kGraphNotSaved when it cannot be written; the file is as it was then.
+Status SavePicture(const Graph& graph, const Size& size, const std::string& path);
+Status SaveTable(const Graph& graph, const std::string& path);
+
+}  // namespace tarn
