@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <optional>
-#include <utility>
 
 namespace tarn {
 namespace {
@@ -14,8 +14,33 @@ struct Segment {
   Point to;
 };
 
-Point Between(const Point& from, const Point& to, double share) {
-  return {from.x + share * (to.x - from.x), from.y + share * (to.y - from.y)};
+// One side of a rectangle.
+struct Side {
+  double Point::*across;  // the coordinate that it limits
+  double limit;
+  double inwards;  // 1 or -1
+
+  // The way from the side to a point; below 0 outside.
+  double Room(const Point& point) const { return inwards * (point.*across - limit); }
+};
+
+std::array<Side, 4> SidesOf(const Rect& rect) {
+  return {{{&Point::x, rect.left, 1},
+           {&Point::x, rect.right(), -1},
+           {&Point::y, rect.top, 1},
+           {&Point::y, rect.bottom(), -1}}};
+}
+
+// Where the way from one point to another meets a side. Reckoned from the point that is nearer to
+// it: a line that comes from far away would have no digits left for the place.
+Point Crossing(const Point& one, const Point& other, const Side& side) {
+  const bool one_is_near = std::abs(side.Room(one)) < std::abs(side.Room(other));
+  const Point& near = one_is_near ? one : other;
+  const Point& far = one_is_near ? other : one;
+  const double share = side.Room(near) / (side.Room(near) - side.Room(far));
+  Point crossing = {near.x + share * (far.x - near.x), near.y + share * (far.y - near.y)};
+  crossing.*side.across = side.limit;
+  return crossing;
 }
 
 Point Within(const Point& point, const Rect& rect) {
@@ -23,41 +48,31 @@ Point Within(const Point& point, const Rect& rect) {
           std::clamp(point.y, rect.top, rect.bottom())};
 }
 
-// The part of a segment in a rectangle (Liang and Barsky, 1984): the shares of the way at which it
-// is inside all four sides.
-std::optional<Segment> ClipSegment(const Segment& segment, const Rect& rect) {
-  const double dx = segment.to.x - segment.from.x;
-  const double dy = segment.to.y - segment.from.y;
-  const std::array<std::pair<double, double>, 4> sides = {{{-dx, segment.from.x - rect.left},
-                                                           {dx, rect.right() - segment.from.x},
-                                                           {-dy, segment.from.y - rect.top},
-                                                           {dy, rect.bottom() - segment.from.y}}};
-  double enters = 0;
-  double leaves = 1;
-  for (const auto& [outwards, room] : sides) {
-    if (outwards == 0 && room < 0) return std::nullopt;
-    if (outwards < 0) enters = std::max(enters, room / outwards);
-    if (outwards > 0) leaves = std::min(leaves, room / outwards);
+// The part of a segment in a rectangle: an end that is inside stays what it is.
+std::optional<Segment> ClipSegment(Segment segment, const Rect& rect) {
+  for (const Side& side : SidesOf(rect)) {
+    const bool from_outside = side.Room(segment.from) < 0;
+    const bool to_outside = side.Room(segment.to) < 0;
+    if (from_outside && to_outside) return std::nullopt;
+    if (from_outside) segment.from = Crossing(segment.from, segment.to, side);
+    if (to_outside) segment.to = Crossing(segment.from, segment.to, side);
   }
-  if (enters > leaves) return std::nullopt;
-  // An end that is inside stays what it is; the others are put on the side that rounding misses.
-  const Point from = enters > 0 ? Between(segment.from, segment.to, enters) : segment.from;
-  const Point to = leaves < 1 ? Between(segment.from, segment.to, leaves) : segment.to;
-  return Segment{Within(from, rect), Within(to, rect)};
+  return Segment{Within(segment.from, rect), Within(segment.to, rect)};
 }
 
-// Cuts away what lies beyond one side: where `inside`, a share of the way in, is below 0.
-template <typename Inside>
-Polygon CutSide(const Polygon& polygon, const Inside& inside) {
+// Cuts away what lies beyond one side. What only touches it from there has no area and goes too.
+Polygon CutSide(const Polygon& polygon, const Side& side) {
   Polygon part;
   for (size_t i = 0; i < polygon.size(); ++i) {
     const Point& point = polygon[i];
     const Point& next = polygon[(i + 1) % polygon.size()];
-    const double here = inside(point);
-    const double there = inside(next);
+    const double here = side.Room(point);
+    const double there = side.Room(next);
     if (here >= 0) part.push_back(point);
-    if ((here < 0) != (there < 0)) part.push_back(Between(point, next, here / (here - there)));
+    const bool crosses = (here < 0 && there > 0) || (here > 0 && there < 0);
+    if (crosses) part.push_back(Crossing(point, next, side));
   }
+  if (part.size() < 3) part.clear();
   return part;
 }
 
@@ -75,10 +90,8 @@ std::vector<std::vector<Point>> ClipLine(const std::vector<Point>& line, const R
 }
 
 Polygon ClipPolygon(const Polygon& polygon, const Rect& rect) {
-  Polygon part = CutSide(polygon, [&](const Point& p) { return p.x - rect.left; });
-  part = CutSide(part, [&](const Point& p) { return rect.right() - p.x; });
-  part = CutSide(part, [&](const Point& p) { return p.y - rect.top; });
-  part = CutSide(part, [&](const Point& p) { return rect.bottom() - p.y; });
+  Polygon part = polygon;
+  for (const Side& side : SidesOf(rect)) part = CutSide(part, side);
   for (Point& point : part) point = Within(point, rect);
   return part;
 }

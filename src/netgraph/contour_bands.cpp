@@ -32,37 +32,34 @@ Corner Crossing(const Corner& one, const Corner& other, double level) {
   const Corner& low = ascending ? one : other;
   const Corner& high = ascending ? other : one;
   const double share = (level - low.value) / (high.value - low.value);
-  return {low.x + share * (high.x - low.x), low.y + share * (high.y - low.y), level};
+  return {std::lerp(low.x, high.x, share), std::lerp(low.y, high.y, share), level};
 }
 
-// The part of a polygon that `keeps` has, cut where values cross the level.
-template <typename Keeps>
-CornerPolygon Clip(const CornerPolygon& polygon, double level, const Keeps& keeps) {
+enum class Side { kBelow, kFromLevelUp };
+
+// The part of a polygon on one side of a level. A corner on the level belongs to the upper side
+// alone: both parts are cut along the same line.
+CornerPolygon Clip(const CornerPolygon& polygon, double level, Side side) {
   CornerPolygon part;
   for (size_t i = 0; i < polygon.size(); ++i) {
     const Corner& corner = polygon[i];
     const Corner& next = polygon[(i + 1) % polygon.size()];
-    if (keeps(corner.value)) part.push_back(corner);
-    const bool crosses = (corner.value < level && next.value > level) ||
-                         (corner.value > level && next.value < level);
-    if (crosses) part.push_back(Crossing(corner, next, level));
+    const bool up = corner.value >= level;
+    const bool next_up = next.value >= level;
+    if (up == (side == Side::kFromLevelUp)) part.push_back(corner);
+    if (up != next_up) part.push_back(Crossing(corner, next, level));
   }
   return part;
 }
 
-CornerPolygon Band(const CornerPolygon& polygon, double lower, double upper) {
-  const CornerPolygon above =
-      Clip(polygon, lower, [lower](double value) { return value >= lower; });
-  return Clip(above, upper, [upper](double value) { return value <= upper; });
-}
-
-// Twice the area.
-double DoubleArea(const CornerPolygon& polygon) {
+// Twice the area; from the first corner, as the area may be small beside what it is away from 0.
+double DoubleArea(const std::vector<Point>& polygon) {
+  const Point& origin = polygon.front();
   double area = 0;
-  for (size_t i = 0; i < polygon.size(); ++i) {
-    const Corner& a = polygon[i];
-    const Corner& b = polygon[(i + 1) % polygon.size()];
-    area += a.x * b.y - b.x * a.y;
+  for (size_t i = 2; i < polygon.size(); ++i) {
+    const Point& a = polygon[i - 1];
+    const Point& b = polygon[i];
+    area += (a.x - origin.x) * (b.y - origin.y) - (b.x - origin.x) * (a.y - origin.y);
   }
   return std::fabs(area);
 }
@@ -163,21 +160,27 @@ class Tracer {
     for (const Corner& corner : cell) {
       if (!std::isfinite(corner.value)) return;
     }
-    constexpr double kNoBound = std::numeric_limits<double>::infinity();
-    for (const CornerPolygon& part : Parts(cell)) {
-      for (size_t level = 0; level < m_bands.count(); ++level) {
-        const double lower = level == 0 ? -kNoBound : m_bands.bounds[level];
-        const double upper = level + 1 == m_bands.count() ? kNoBound : m_bands.bounds[level + 1];
-        AddRegion(level, Band(part, lower, upper));
+    for (CornerPolygon rest : Parts(cell)) {
+      for (size_t level = 0; level + 1 < m_bands.count(); ++level) {
+        const double bound = m_bands.bounds[level + 1];
+        AddRegion(level, Clip(rest, bound, Side::kBelow));
+        rest = Clip(rest, bound, Side::kFromLevelUp);
       }
+      AddRegion(m_bands.count() - 1, rest);
     }
   }
 
+  // Leaves out what a level only touches.
   void AddRegion(size_t level, const CornerPolygon& polygon) {
-    if (polygon.size() < 3 || !(DoubleArea(polygon) > 0)) return;
     ContourRegion region;
     region.level = level;
-    for (const Corner& corner : polygon) region.points.push_back({corner.x, corner.y});
+    std::vector<Point>& points = region.points;
+    for (const Corner& corner : polygon) {
+      const Point point = {corner.x, corner.y};
+      if (points.empty() || points.back() != point) points.push_back(point);
+    }
+    if (points.size() > 1 && points.back() == points.front()) points.pop_back();
+    if (points.size() < 3 || !(DoubleArea(points) > 0)) return;
     m_bands.regions.push_back(std::move(region));
   }
 
@@ -203,24 +206,50 @@ ValueRange RangeOf(const ContourSurface& surface) {
   return range;
 }
 
-void AddBound(double bound, ContourBands& bands) {
-  bands.bounds.push_back(bound);
-  bands.bound_texts.push_back(fmt::sprintf("%.5g", bound));
+// The first, the third and so on, and the last one.
+std::vector<double> EverySecond(const std::vector<double>& bounds) {
+  std::vector<double> kept;
+  for (size_t i = 0; i < bounds.size(); i += 2) kept.push_back(bounds[i]);
+  if (bounds.size() % 2 == 0) kept.push_back(bounds.back());
+  return kept;
+}
+
+// Without the bands at either end that no value reaches: the ends of an axis go out to labelled
+// steps.
+std::vector<double> Trim(std::vector<double> bounds, const ValueRange& range) {
+  while (bounds.size() > 2 && bounds[1] <= range.lowest) bounds.erase(bounds.begin());
+  while (bounds.size() > 2 && bounds[bounds.size() - 2] >= range.highest) bounds.pop_back();
+  return bounds;
+}
+
+// At the ticks; the end of the axis takes the place of one that is only a rounding before it.
+std::vector<double> BoundsOf(const ValueRange& range, const AxisScale& scale) {
+  std::vector<double> ticks;
+  for (const AxisTick& tick : AxisTicks(scale, LabelAxis(scale))) ticks.push_back(tick.value);
+  ticks.back() = scale.second;
+  const std::vector<double> bounds = Trim(ticks, range);
+  return bounds.size() > kMostBands + 1 ? Trim(EverySecond(ticks), range) : bounds;
+}
+
+// With as many digits as tell them apart, 9 at most: values are single precision.
+std::vector<std::string> Texts(const std::vector<double>& bounds) {
+  std::vector<std::string> texts;
+  for (int digits = 5; digits <= 9; ++digits) {
+    texts.clear();
+    for (const double bound : bounds) texts.push_back(fmt::sprintf("%.*g", digits, bound));
+    if (std::ranges::adjacent_find(texts) == texts.end()) break;
+  }
+  return texts;
 }
 
 void SetBounds(const ContourSurface& surface, ContourBands& bands) {
   const ValueRange range = RangeOf(surface);
   if (range.lowest > range.highest) return;
   const AxisScale scale = ScaleAxis(range.lowest, range.highest, kLevelPixels);
-  if (scale.IsDegenerate()) {
-    AddBound(range.lowest, bands);
-    AddBound(range.highest, bands);
-    return;
-  }
-  const std::vector<AxisTick> ticks = AxisTicks(scale, LabelAxis(scale));
-  const size_t stride = ticks.size() > kMostBands + 1 ? 2 : 1;
-  for (size_t i = 0; i < ticks.size(); i += stride) AddBound(ticks[i].value, bands);
-  if (bands.bounds.back() < range.highest) AddBound(scale.second, bands);
+  bands.bounds = scale.IsDegenerate() ? std::vector<double>{range.lowest, range.highest}
+                                      : BoundsOf(range, scale);
+  for (double& bound : bands.bounds) bound += 0.0;  // no negative zero
+  bands.bound_texts = Texts(bands.bounds);
 }
 
 }  // namespace

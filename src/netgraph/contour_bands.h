@@ -26,7 +26,7 @@ struct ContourBands {
   size_t count() const { return bounds.empty() ? 0 : bounds.size() - 1; }
 };
 
-// Bounds at the ticks of an axis over the values, 8 to 20 bands; a surface that is constant is one
+// Bounds at the ticks of an axis over the values, 6 to 20 bands; a surface that is constant is one
 // band between equal bounds. The grid is laid over `area`. Values run linearly along the sides of a
 // cell; where opposite corners lie on the same side of a level and the others do not, the mean of
 // the four decides. Throws std::bad_alloc.

@@ -1,5 +1,6 @@
 #include "netgraph/text_block.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "base/utf8.h"
@@ -25,14 +26,22 @@ size_t FittingLength(const Canvas& canvas, std::string_view text, double size, d
   return word_end > 0 ? word_end : fitting;
 }
 
+std::string_view WithoutLeadingBlanks(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+std::string_view WithoutTrailingBlanks(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+// Lines have no blanks around them.
 std::vector<std::string> Break(const Canvas& canvas, std::string_view text, double size,
                                double width) {
   std::vector<std::string> lines;
+  text = WithoutLeadingBlanks(WithoutTrailingBlanks(text));
   while (!text.empty()) {
     const size_t length = FittingLength(canvas, text, size, width);
-    lines.emplace_back(text.substr(0, length));
-    text.remove_prefix(length);
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    lines.emplace_back(WithoutTrailingBlanks(text.substr(0, length)));
+    text = WithoutLeadingBlanks(text.substr(length));
   }
   return lines;
 }

@@ -124,6 +124,24 @@ TEST_F(ErrorHistoryTest, IsReadUpToATornLastRecord) {
   EXPECT_FALSE(reader.Next(record));
 }
 
+TEST_F(ErrorHistoryTest, IsReadRecordByNumber) {
+  ErrorHistory history(kPath);
+  ASSERT_TRUE(history.Restart());
+  for (int32_t i = 0; i < 5; ++i) ASSERT_TRUE(history.Append(Record(100 + i)));
+  HistoryReader reader(kPath);
+  EXPECT_EQ(reader.Count(), 5);
+  HistoryRecord record;
+  EXPECT_TRUE(reader.Read(3, record));
+  EXPECT_EQ(record.iteration, 103);
+  EXPECT_TRUE(reader.Read(1, record));
+  EXPECT_EQ(record.iteration, 101);
+  EXPECT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.iteration, 102);
+  EXPECT_FALSE(reader.Read(5, record));
+  ASSERT_TRUE(history.Append(Record(105)));
+  EXPECT_EQ(reader.Count(), 6);
+}
+
 TEST_F(ErrorHistoryTest, CannotBeReadWhenItIsMissing) {
   HistoryReader reader(kPath);
   HistoryRecord record;
