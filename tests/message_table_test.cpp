@@ -21,6 +21,7 @@ std::vector<std::string_view> AllMessages() {
   add(kDataMessages);
   add(kSetupMessages);
   add(kBrowserMessages);
+  add(kNetGraphMessages);
   add(kAppMessages);
   return all;
 }

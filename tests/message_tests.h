@@ -8,6 +8,7 @@
 #include "data/messages.h"
 #include "engine/messages.h"
 #include "netfile/messages.h"
+#include "netgraph/messages.h"
 #include "setup/messages.h"
 
 namespace tarn {
@@ -121,6 +122,18 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kReportUnreadable, "ReportTextTest.TellsThatAReportCannotBeRead"},
     {kDivergedNodes, "DivergenceCheck.FindsNodesPinnedAtOneEnd"},
     {kNoDivergences, "DivergenceCheck.TellsThatThereIsNone"},
+
+    // netgraph
+    {kHistoryUnreadable, "HistoryPlots.AnswerWhenThereIsNoHistory"},
+    {kInvalidZoomArea, "GraphViewZoom.RefusesARectangleThatIsNoArea"},
+    {kTooFewInputs, "ContourSelection.NeedsTwoInputs"},
+    {kContourMemory, "GraphRenderer.TellsThatMemoryIsShortForContours"},
+    {kSingleHiddenNode, "NodeSelection.FindsNothingToCompareInAHiddenLayerOfOneNode"},
+    {kGraphNotSaved, "GraphFile.StaysWhatItWasWhenItCannotBeWritten"},
+    {kInputSelectionError, "ContourSelection.NeedsTwoDifferentInputs"},
+    {kHiddenNodesProgress, "HiddenNodes.AreAnalyzedInSlicesOverTheWeightsOfTheBeginning"},
+    {kInterrogatorProgress, "Interrogator.ShowsEveryTwentiethOfThePatterns"},
+    {kContourProgress, "Contours.ShowEveryTwentiethOfTheRows"},
 
     // app
     {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},

@@ -33,6 +33,13 @@ constexpr double kLabelWidthShare = 0.8;  // of the width or height of the plot
 constexpr double kLabelDistance = 0.5;
 constexpr double kLabelHeight = 1.1;
 
+// On a page that has no room for it all: pixels.
+constexpr double kSmallestPlot = 1;
+constexpr double kSmallestName = 1;
+
+// A plot that makes room for a label has other labels in turn, seldom wider ones.
+constexpr int kAttempts = 4;
+
 double Share(double value, double first, double second) {
   return first == second || !std::isfinite(second - first) ? 0.5
                                                            : (value - first) / (second - first);
@@ -55,12 +62,9 @@ class LayoutMaker {
     bottom = PlaceLegend(bottom);
     const TextBlock x_label = FitLabel(m_graph.x_label, m_layout.page.width);
     const double label_top = bottom - x_label.height();
-    m_plot.height = label_top - TickRoom() - m_plot.top;
+    m_plot.height = std::max(label_top - TickRoom() - m_plot.top, kSmallestPlot);
     ScaleY();
-    const double right = PlaceBandLegend();
-    m_plot.width = right - m_plot.left;
-    ScaleX();
-    m_layout.plot = m_plot;
+    ScaleX(PlaceBandLegend());
     PlaceBlock(x_label, Role::kXLabel, label_top, m_plot.left + m_plot.width / 2);
     AddTickTexts();
     return std::move(m_layout);
@@ -112,7 +116,7 @@ class LayoutMaker {
     if (named.empty()) return bottom;
     double size = Font();
     std::vector<std::vector<size_t>> rows = LegendRows(named, size);
-    while (!RowsFit(rows, size)) {
+    while (size > kSmallestName && !RowsFit(rows, size)) {
       size *= 0.9;
       rows = LegendRows(named, size);
     }
@@ -191,10 +195,30 @@ class LayoutMaker {
     }
   }
 
-  void ScaleX() {
-    m_layout.x_scale =
-        ScaleAxis(m_view.range().x_min, m_view.range().x_max, m_plot.width / m_layout.unit);
-    m_layout.x_ticks = AxisTicks(m_layout.x_scale, LabelAxis(m_layout.x_scale));
+  // The scale of the x axis up to `right`, or less far where a label would leave the page.
+  void ScaleX(double right) {
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      m_plot.width = std::max(right - m_plot.left, kSmallestPlot);
+      m_layout.plot = m_plot;
+      m_layout.x_scale =
+          ScaleAxis(m_view.range().x_min, m_view.range().x_max, m_plot.width / m_layout.unit);
+      m_layout.x_ticks = AxisTicks(m_layout.x_scale, LabelAxis(m_layout.x_scale));
+      ThinLabels(m_layout.x_ticks, m_plot.width,
+                 [this](const std::string& text) { return Width(text) + kLabelDistance * Font(); });
+      const double beyond = BeyondThePage();
+      if (beyond <= 0) return;
+      right -= beyond;
+    }
+  }
+
+  // How far a label of the x axis reaches into the right margin of the page or leaves it.
+  double BeyondThePage() const {
+    double end = 0;
+    for (const AxisTick& tick : m_layout.x_ticks) {
+      if (!tick.labelled) continue;
+      end = std::max(end, m_layout.ToCanvas({tick.value, 0}).x + Width(tick.text) / 2);
+    }
+    return end - (m_layout.page.width - Length(kGap) / 2);
   }
 
   // The colours of the bands with their bounds, right of the plot; the right end of the plot.
@@ -246,8 +270,6 @@ class LayoutMaker {
   }
 
   void AddTickTexts() {
-    ThinLabels(m_layout.x_ticks, m_plot.width,
-               [this](const std::string& text) { return Width(text) + kLabelDistance * Font(); });
     ThinLabels(m_layout.y_ticks, m_plot.height,
                [this](const std::string&) { return kLabelHeight * Font(); });
     const double below = m_plot.bottom() + Length(kTickLength) + Font() * kLineSpacing / 2;

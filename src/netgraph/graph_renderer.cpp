@@ -4,10 +4,12 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <optional>
+#include <new>
+#include <string>
 #include <utility>
 
 #include "netgraph/clipping.h"
+#include "netgraph/messages.h"
 #include "netgraph/thinning.h"
 
 namespace tarn {
@@ -32,25 +34,19 @@ double MarkerRadius(size_t markers) {
   return markers <= kMany ? 2.5 : 1.5;
 }
 
-Dashes DashesOf(const CURVE_DEF& curve) {
-  switch (curve.style) {
-    case kDashedDiamond:
-      return Dashes::kDashed;
-    case kDottedCross:
-      return Dashes::kDotted;
-    default:
-      return Dashes::kSolid;
-  }
-}
+struct Look {
+  Dashes dashes;
+  MarkerShape shape;
+};
 
-MarkerShape ShapeOf(const CURVE_DEF& curve) {
+Look LookOf(const CURVE_DEF& curve) {
   switch (curve.style) {
     case kDashedDiamond:
-      return MarkerShape::kDiamond;
+      return {Dashes::kDashed, MarkerShape::kDiamond};
     case kDottedCross:
-      return MarkerShape::kCross;
+      return {Dashes::kDotted, MarkerShape::kCross};
     default:
-      return MarkerShape::kCircle;
+      return {Dashes::kSolid, MarkerShape::kCircle};
   }
 }
 
@@ -78,8 +74,8 @@ CurveShape ShapeFor(const CURVE_DEF& curve, const GraphLayout& layout, size_t ma
   CurveShape shape;
   const bool line = HasLine(curve);
   shape.pen = {curve.colour, (line ? kCurveWidth : kMarkerWidth) * layout.unit,
-               line ? DashesOf(curve) : Dashes::kSolid};
-  shape.shape = ShapeOf(curve);
+               line ? LookOf(curve).dashes : Dashes::kSolid};
+  shape.shape = LookOf(curve).shape;
   shape.radius = MarkerRadius(markers) * layout.unit;
   return shape;
 }
@@ -88,9 +84,14 @@ void DrawCurve(const CURVE_DEF& curve, const GraphLayout& layout, Canvas& canvas
   CurveShape shape = ShapeFor(curve, layout, HasMarkers(curve) ? curve.x.size() : 0);
   std::vector<Point> markers;
   for (const std::vector<Point>& piece : Pieces(curve, layout)) {
-    // A line needs two points: one that stands alone would not be seen.
-    const bool alone = piece.size() == 1;
-    if (HasMarkers(curve) || alone) markers.insert(markers.end(), piece.begin(), piece.end());
+    // A line needs two places: one that stands alone would not be seen.
+    const bool alone =
+        std::ranges::all_of(piece, [&](const Point& point) { return point == piece.front(); });
+    if (HasMarkers(curve)) {
+      markers.insert(markers.end(), piece.begin(), piece.end());
+    } else if (alone) {
+      markers.push_back(piece.front());
+    }
     if (!HasLine(curve) || alone) continue;
     for (std::vector<Point>& line : ClipLine(ThinLine(piece), layout.plot)) {
       shape.lines.push_back(std::move(line));
@@ -146,7 +147,6 @@ void DrawTicks(const GraphLayout& layout, Canvas& canvas) {
   }
 }
 
-// Over what is drawn in the plot: the frame stays whole.
 void DrawAxes(const GraphLayout& layout, Canvas& canvas) {
   const Rect& plot = layout.plot;
   const Pen pen = {kBlack, kAxisWidth * layout.unit};
@@ -176,24 +176,48 @@ void DrawLegend(const Graph& graph, const GraphLayout& layout, Canvas& canvas) {
   }
 }
 
+template <typename Draw>
+void Clipped(const GraphLayout& layout, Canvas& canvas, const Draw& draw) {
+  canvas.BeginClip(layout.plot);
+  draw();
+  canvas.EndClip();
+}
+
 }  // namespace
 
 void DrawGraph(const Graph& graph, const GraphLayout& layout, Canvas& canvas) {
   const Size& page = layout.page;
   canvas.DrawRect(Role::kPage, {0, 0, page.width, page.height}, kWhite, std::nullopt);
   canvas.DrawRect(Role::kPlotArea, layout.plot, kWhite, std::nullopt);
-  if (!layout.bands) DrawGrid(layout, canvas);
-  canvas.BeginClip(layout.plot);
-  if (layout.bands) DrawBands(layout, canvas);
-  for (const CURVE_DEF& curve : graph.curves) DrawCurve(curve, layout, canvas);
-  canvas.EndClip();
+  if (layout.bands) {
+    Clipped(layout, canvas, [&] { DrawBands(layout, canvas); });
+  } else {
+    DrawGrid(layout, canvas);
+  }
+  // Over the bands the frame stays whole; a curve along its side is seen on it.
   DrawAxes(layout, canvas);
+  if (!graph.curves.empty()) {
+    Clipped(layout, canvas, [&] {
+      for (const CURVE_DEF& curve : graph.curves) DrawCurve(curve, layout, canvas);
+    });
+  }
   DrawLegend(graph, layout, canvas);
   for (const TextLine& text : layout.texts) canvas.DrawText(text);
 }
 
 void DrawGraph(const Graph& graph, const GraphView& view, Canvas& canvas) {
   DrawGraph(graph, LayoutGraph(graph, view, canvas), canvas);
+}
+
+std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas) {
+  try {
+    DrawGraph(graph, view, canvas);
+  } catch (const std::bad_alloc&) {
+    if (!graph.contours) throw;
+    return Message{std::string(kNetGraphErrorCaption), std::string(kContourMemory),
+                   MessageIcon::kExclamation};
+  }
+  return std::nullopt;
 }
 
 }  // namespace tarn

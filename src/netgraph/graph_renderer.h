@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include "base/status.h"
 #include "netgraph/canvas.h"
 #include "netgraph/graph.h"
 #include "netgraph/graph_layout.h"
@@ -12,5 +15,9 @@ namespace tarn {
 void DrawGraph(const Graph& graph, const GraphView& view, Canvas& canvas);
 // The same over a layout that was made for this canvas.
 void DrawGraph(const Graph& graph, const GraphLayout& layout, Canvas& canvas);
+
+// For a window that paints: what the user is told where memory is too short for contours, and the
+// window closes then. For other graphs it throws std::bad_alloc.
+std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas);
 
 }  // namespace tarn

@@ -1,6 +1,7 @@
 #include "netgraph/graph_view.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 
 #include "netgraph/graph_layout.h"
@@ -15,6 +16,12 @@ bool HasLegend(const Graph& graph) {
          });
 }
 
+// The ends of an axis may lie beyond the largest data.
+float NearestFloat(double value) {
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  return static_cast<float>(std::clamp(value, -kLargest, kLargest));
+}
+
 }  // namespace
 
 GraphView::GraphView(const Graph& graph)
@@ -24,8 +31,8 @@ std::optional<Message> GraphView::ZoomTo(const GraphLayout& layout, const Point&
                                          const Point& bottom_right) {
   const Point upper = layout.ToData(top_left);
   const Point lower = layout.ToData(bottom_right);
-  const GraphRange range = {static_cast<float>(upper.x), static_cast<float>(lower.x),
-                            static_cast<float>(lower.y), static_cast<float>(upper.y)};
+  const GraphRange range = {NearestFloat(upper.x), NearestFloat(lower.x), NearestFloat(lower.y),
+                            NearestFloat(upper.y)};
   if (range.x_min < range.x_max && range.y_min < range.y_max) {
     m_range = range;
     return std::nullopt;

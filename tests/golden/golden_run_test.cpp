@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "golden/golden_files.h"
 #include "golden/scenario_run.h"
@@ -81,6 +82,24 @@ TEST(GoldenScenarios, LeaveOneSetOfFilesEachAndNothingElseIsKept) {
         "limits_alone_outputs", "long_names_alone_outputs", "diverged_divergence"}) {
     files.insert(std::string("report_") + name + ".txt");
   }
+  const std::vector<std::string> of_patterns = {"scatter", "outputs", "error", "inputs"};
+  const std::vector<std::string> of_analyses = {"interrogator", "hidden", "contour"};
+  const std::vector<std::string> of_histories = {"rms",           "test_rms",  "learn_rate",
+                                                 "correlation",   "tolerance", "test_correlation",
+                                                 "test_tolerance"};
+  const auto add_graphs = [&files](const std::string& name, const std::vector<std::string>& kinds) {
+    for (const std::string& kind : kinds) {
+      for (const char* ending : {".csv", ".svg"}) files.insert("graph_" + name + kind + ending);
+    }
+  };
+  for (const std::string example : {"iris_", "surface_"}) {
+    add_graphs(example, of_histories);
+    for (const char* mode : {"test_", "training_", "recall_"}) {
+      add_graphs(example + mode, of_patterns);
+    }
+    for (const char* mode : {"test_", "training_"}) add_graphs(example + mode, of_analyses);
+  }
+  add_graphs("alone_", {"outputs"});
   hashes.insert({"wide.history", "wide.weights"});
   EXPECT_EQ(GoldenFileNames(), files);
   EXPECT_EQ(GoldenHashNames(), hashes);
