@@ -28,6 +28,19 @@ inline constexpr std::string_view kAutoSaveRateRange =
 inline constexpr std::string_view kLrcStartRange = "Learn rate control out of range (>0)";
 inline constexpr std::string_view kMaxIterationsRange = "Maximum iterations out of range (>0)";
 
+// Answers of the option prompts; that of the tolerance has a caption of its own.
+inline constexpr std::string_view kScreenUpdateInvalid = "Screen Update Rate Invalid";
+inline constexpr std::string_view kAutoSaveInvalid = "AutoSave Rate Invalid";
+inline constexpr std::string_view kIterationsInvalid = "Iteration Value Invalid";
+inline constexpr std::string_view kPatternsInvalid = "Pats per Iterations Invalid";
+inline constexpr std::string_view kToleranceInvalid = "Tolerance Value Invalid";
+inline constexpr std::string_view kToleranceMonitors = "Tolerance Monitors";
+inline constexpr std::string_view kFastPropInvalid = "Fast-Prop Coef Invalid";
+inline constexpr std::string_view kMomentumInvalid = "Momentum Factor Invalid";
+inline constexpr std::string_view kEtaMaxInvalid = "LRC Max Eta Invalid";
+inline constexpr std::string_view kEtaMinInvalid = "LRC Min Eta Invalid";
+inline constexpr std::string_view kLearnRateInvalid = "Learn Rate Eta Invalid";
+
 inline constexpr std::string_view kTrainingDataError = "Training Data Error";
 inline constexpr std::string_view kRecallDataError = "Recall Data Error";
 inline constexpr std::string_view kInputFileNotFound = "Input node data file not found";
@@ -47,12 +60,14 @@ inline constexpr std::string_view kTransferNameCount =
     "--transfer takes one name, or one for each of the %d layers above the input layer, not %d";
 
 inline constexpr std::array kSetupMessages = {
-    kNetworkDesignError, kErrorCaption,      kInsufficientLayers,    kTrainingParameterError,
-    kFastPropRange,      kMomentumRange,     kEtaMaxRange,           kEtaMinRange,
-    kEtaRange,           kUpdateRateRange,   kAutoSaveRateRange,     kLrcStartRange,
-    kMaxIterationsRange, kTrainingDataError, kRecallDataError,       kInputFileNotFound,
-    kTargetFileNotFound, kInvalidRequest,    kNoHandOverFile,        kOptionWantsInteger,
-    kOptionWantsReal,    kOptionWantsSwitch, kOptionWantsTestMethod, kOptionWantsTransfer,
-    kTransferNameCount};
+    kNetworkDesignError, kErrorCaption,        kInsufficientLayers,    kTrainingParameterError,
+    kFastPropRange,      kMomentumRange,       kEtaMaxRange,           kEtaMinRange,
+    kEtaRange,           kUpdateRateRange,     kAutoSaveRateRange,     kLrcStartRange,
+    kMaxIterationsRange, kTrainingDataError,   kRecallDataError,       kInputFileNotFound,
+    kTargetFileNotFound, kInvalidRequest,      kNoHandOverFile,        kOptionWantsInteger,
+    kOptionWantsReal,    kOptionWantsSwitch,   kOptionWantsTestMethod, kOptionWantsTransfer,
+    kTransferNameCount,  kScreenUpdateInvalid, kAutoSaveInvalid,       kIterationsInvalid,
+    kPatternsInvalid,    kToleranceInvalid,    kToleranceMonitors,     kFastPropInvalid,
+    kMomentumInvalid,    kEtaMaxInvalid,       kEtaMinInvalid,         kLearnRateInvalid};
 
 }  // namespace tarn
