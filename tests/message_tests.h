@@ -147,6 +147,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kContourProgress, "Contours.ShowEveryTwentiethOfTheRows"},
 
     // app
+    {kSelectMode, "RunCheck.WantsAMode"},
     {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},
 });
 // clang-format on
