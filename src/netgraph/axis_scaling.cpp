@@ -155,7 +155,8 @@ AxisScale ScaleRange(const Range& data, double length) {
     } else {
       const auto [first, second] = Rounded(axis, data, grid);
       const StepKind& kind = *grid.kind;
-      return {first, second, grid.minor, grid.step, kind.minor_count, kind.units, pixels};
+      return {first,      second, grid.minor,      grid.step,       kind.minor_count,
+              kind.units, pixels, axis.lo - first, axis.hi - second};
     }
   }
 }
@@ -167,8 +168,8 @@ const StepKind& KindOf(const AxisScale& scale) {
 
 // M, the largest value to be labelled. A tick more than the second end: it may round up.
 double LargestValue(const AxisScale& scale) {
-  const double first = std::abs(scale.first);
-  const double second = std::abs(scale.second);
+  const double first = std::abs(scale.first + scale.first_rest);
+  const double second = std::abs(scale.second + scale.second_rest);
   return first > second ? first : second + scale.minor;
 }
 
@@ -236,7 +237,9 @@ AxisScale ScaleAxis(float first, float second, double pixels) {
   if (!finite || first == second) return {first, second};
   const Range data = {std::min(first, second), std::max(first, second)};
   AxisScale scale = ScaleRange(data, LengthThatCounts(pixels));
-  if (first > second) std::swap(scale.first, scale.second);
+  if (first < second) return scale;
+  std::swap(scale.first, scale.second);
+  std::swap(scale.first_rest, scale.second_rest);
   return scale;
 }
 

@@ -16,6 +16,9 @@ struct AxisScale {
   int32_t minor_count = 0;  // ticks of a step: 4 or 5; 0 of a degenerate axis
   int32_t kind = 0;         // m in units of its power of ten: 2, 5 or 10; 0 of a degenerate axis
   double minor_pixels = 0;  // p: pixels from tick to tick, 20 or more
+  // What rounding took from the ends: labels are formed for the ends that the grid gave.
+  double first_rest = 0;
+  double second_rest = 0;
 
   // No range to divide: the ends, kept as they were given, are equal or not finite.
   bool IsDegenerate() const { return minor_count == 0; }

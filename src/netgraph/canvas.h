@@ -87,6 +87,7 @@ struct TextLine {
   Point at;          // halfway up the line, at its start, middle or end
   Anchor anchor = Anchor::kMiddle;
   bool upwards = false;  // runs from bottom to top
+  Colour colour = {};
 };
 
 // What a graph is drawn on: a window, a printer, a picture file, the record of a test. Lengths are

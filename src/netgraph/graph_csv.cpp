@@ -1,6 +1,7 @@
 #include "netgraph/graph_csv.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <fmt/printf.h>
 
@@ -13,7 +14,9 @@ std::string InOneLine(std::string text) {
   return text;
 }
 
+// A NaN has the sign that the processor gave it: none is shown.
 std::string Number(float value) {
+  if (std::isnan(value)) return "nan";
   return fmt::sprintf("%.9g", double{value});
 }
 

@@ -1,5 +1,7 @@
 #include "netgraph/graph_file.h"
 
+#include <optional>
+
 #include "base/output_file.h"
 #include "netgraph/graph_csv.h"
 #include "netgraph/graph_renderer.h"
@@ -19,7 +21,8 @@ Status Save(const std::string& text, const std::string& path) {
 
 Status SavePicture(const Graph& graph, const Size& size, const std::string& path) {
   SvgCanvas canvas(size, graph.title);
-  DrawGraph(graph, GraphView(graph), canvas);
+  const std::optional<Message> refused = PaintGraph(graph, GraphView(graph), canvas);
+  if (refused) return Status::Failure(refused->text);
   return Save(canvas.Document(), path);
 }
 

@@ -14,7 +14,8 @@ inline constexpr Size kSmallestPicture = {300, 200};
 inline constexpr Size kLargestPicture = {8000, 6000};
 
 // Replace the file `path` by the whole graph: as a picture in SVG, with its legend, or as text in
-// CSV. kGraphNotSaved when it cannot be written; the file is as it was then.
+// CSV. kGraphNotSaved when it cannot be written, kContourMemory when
+// memory is too short for contours; the file is as it was then.
 Status SavePicture(const Graph& graph, const Size& size, const std::string& path);
 Status SaveTable(const Graph& graph, const std::string& path);
 

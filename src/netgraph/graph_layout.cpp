@@ -20,6 +20,8 @@ constexpr double kGap = 8;
 constexpr double kTickLength = 6;
 constexpr double kSampleWidth = 34;
 constexpr double kColourBarWidth = 18;
+// Between the entries of the legend, in heights of the font.
+constexpr double kEntryDistance = 1.5;
 // The left margin has room for so many characters beside the labels of the axis.
 constexpr double kMarginCharacters = 3;
 
@@ -117,7 +119,7 @@ class LayoutMaker {
     double size = Font();
     std::vector<std::vector<size_t>> rows = LegendRows(named, size);
     while (size > kSmallestName && !RowsFit(rows, size)) {
-      size *= 0.9;
+      size *= kSmaller;
       rows = LegendRows(named, size);
     }
     double y = bottom - static_cast<double>(rows.size()) * size * kLineSpacing;
@@ -133,7 +135,7 @@ class LayoutMaker {
     return SampleWidth(size) + m_canvas.TextWidth(m_graph.curves[curve].name, size);
   }
   static double SampleWidth(double size) { return size * kSampleWidth / kFont + size / 2; }
-  static double EntryDistance(double size) { return 1.5 * size; }
+  static double EntryDistance(double size) { return kEntryDistance * size; }
 
   double RowWidth(const std::vector<size_t>& row, double size) const {
     double width = -EntryDistance(size);
@@ -168,14 +170,14 @@ class LayoutMaker {
       m_layout.samples.push_back({curve, {x, top, sample - size / 2, height}});
       AddText(Role::kLegend, m_graph.curves[curve].name, size, {x + sample, top + height / 2},
               Anchor::kStart);
+      m_layout.texts.back().colour = m_graph.curves[curve].colour;
       x += EntryWidth(curve, size) + EntryDistance(size);
     }
   }
 
   // The scale of the y axis and, from its labels, the left margin.
   void ScaleY() {
-    m_layout.y_scale =
-        ScaleAxis(m_view.range().y_min, m_view.range().y_max, m_plot.height / m_layout.unit);
+    m_layout.y_scale = ScaleAxis(m_view.range().y_min, m_view.range().y_max, m_plot.height);
     const AxisLabels labels = LabelAxis(m_layout.y_scale);
     m_layout.y_ticks = AxisTicks(m_layout.y_scale, labels);
     double widest = 0;
@@ -200,8 +202,7 @@ class LayoutMaker {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
       m_plot.width = std::max(right - m_plot.left, kSmallestPlot);
       m_layout.plot = m_plot;
-      m_layout.x_scale =
-          ScaleAxis(m_view.range().x_min, m_view.range().x_max, m_plot.width / m_layout.unit);
+      m_layout.x_scale = ScaleAxis(m_view.range().x_min, m_view.range().x_max, m_plot.width);
       m_layout.x_ticks = AxisTicks(m_layout.x_scale, LabelAxis(m_layout.x_scale));
       ThinLabels(m_layout.x_ticks, m_plot.width,
                  [this](const std::string& text) { return Width(text) + kLabelDistance * Font(); });

@@ -14,22 +14,43 @@ HiddenNodeAnalyzer::HiddenNodeAnalyzer(const Network& network)
     : m_network(network), m_probe(network, static_cast<size_t>(network.nPats)) {
   for (size_t l = 1; l + 1 < static_cast<size_t>(network.nLayers); ++l) {
     const auto nodes = static_cast<size_t>(network.layers[l].nUnits);
-    m_layers.push_back({std::vector<float>(nodes), std::vector<float>(nodes)});
+    m_layers.push_back({std::vector<float>(nodes), std::vector<bool>(nodes),
+                        std::vector<float>(nodes), std::vector<float>(nodes)});
   }
 }
 
-void HiddenNodeAnalyzer::Add(size_t row) {
+void HiddenNodeAnalyzer::HiddenLayer::AddToSums(std::span<const float> activations, bool is_first) {
+  for (size_t i = 0; i < activations.size(); ++i) {
+    if (is_first) firsts[i] = activations[i];
+    varies[i] = varies[i] || activations[i] != firsts[i];
+    sums[i] += activations[i];
+  }
+}
+
+void HiddenNodeAnalyzer::HiddenLayer::AddToSquares(std::span<const float> activations) {
+  for (size_t i = 0; i < activations.size(); ++i) {
+    const float difference = activations[i] - sums[i];
+    squares[i] += difference * difference;
+  }
+}
+
+void HiddenNodeAnalyzer::Add(size_t pattern, size_t row) {
   for (size_t h = 0; h < m_layers.size(); ++h) {
-    HiddenLayer& layer = m_layers[h];
     const std::span<const float> activations = m_probe.Activations(h + 1, row);
-    for (size_t i = 0; i < activations.size(); ++i) {
-      if (m_second_round) {
-        const float difference = activations[i] - layer.sums[i];
-        layer.squares[i] += difference * difference;
-      } else {
-        layer.sums[i] += activations[i];
-      }
+    if (m_second_round) {
+      m_layers[h].AddToSquares(activations);
+    } else {
+      m_layers[h].AddToSums(activations, pattern == 0);
     }
+  }
+}
+
+void HiddenNodeAnalyzer::ToMeans(HiddenLayer& layer) const {
+  const bool of_all = m_network.nTrain == m_network.nPats;
+  for (size_t i = 0; i < layer.sums.size(); ++i) {
+    layer.sums[i] = of_all && !layer.varies[i]
+                        ? layer.firsts[i]
+                        : layer.sums[i] / static_cast<float>(m_network.nTrain);
   }
 }
 
@@ -38,7 +59,7 @@ void HiddenNodeAnalyzer::EndRound() {
     if (m_second_round) {
       ToShares(layer.squares);
     } else {
-      for (float& sum : layer.sums) sum /= static_cast<float>(m_network.nTrain);
+      ToMeans(layer);
     }
   }
 }
@@ -52,7 +73,7 @@ bool HiddenNodeAnalyzer::Advance() {
   }
   m_probe.Run(rows);
   for (size_t row = 0; row < rows; ++row) {
-    Add(row);
+    Add(static_cast<size_t>(m_pattern) + row, row);
     const int64_t done = m_pattern + int64_t{m_second_round} * m_network.nPats;
     ShowProgress(kHiddenNodesProgress, done + static_cast<int64_t>(row),
                  int64_t{2} * m_network.nPats);

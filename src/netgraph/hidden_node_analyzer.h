@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "engine/forward_probe.h"
@@ -15,6 +16,8 @@ namespace tarn {
 // single precision, pattern after pattern, with the activations a of all patterns:
 //   mean_i = sum of a_i / training patterns   (the divisor leaves the test set out, the sum not)
 //   S_i = sum of (a_i - mean_i)^2, divided by the sum of S over the layer where that is above 0
+// The mean of activations that are all the same, without a test set, is that activation: a rounded
+// sum would leave a rest that looks like activity.
 // The network outlives it. Throws std::bad_alloc.
 class HiddenNodeAnalyzer : public Analysis {
  public:
@@ -29,11 +32,17 @@ class HiddenNodeAnalyzer : public Analysis {
 
  private:
   struct HiddenLayer {
+    std::vector<float> firsts;  // of the first pattern
+    std::vector<bool> varies;
     std::vector<float> sums;  // the means after the first round
     std::vector<float> squares;
+
+    void AddToSums(std::span<const float> activations, bool is_first);
+    void AddToSquares(std::span<const float> activations);
   };
 
-  void Add(size_t row);
+  void Add(size_t pattern, size_t row);
+  void ToMeans(HiddenLayer& layer) const;
   void EndRound();
 
   const Network& m_network;

@@ -39,10 +39,9 @@ bool IsSplitAtRandom(const Network& network) {
 
 // A curve over the patterns of a set, y = value(pattern).
 template <typename Value>
-CURVE_DEF SequenceCurve(const Network& network, const PatternSet& set, std::string name,
-                        Colour colour, const Value& value) {
+CURVE_DEF SequenceCurve(const PatternSet& set, std::string name, Colour colour,
+                        const Value& value) {
   CURVE_DEF curve = EmptyCurve(std::move(name), colour, StyleOf(set));
-  if (IsSplitAtRandom(network)) DrawAsMarkers(curve);
   curve.x.reserve(static_cast<size_t>(set.count));
   curve.y.reserve(static_cast<size_t>(set.count));
   for (int32_t k = 0; k < set.count; ++k) {
@@ -121,16 +120,14 @@ Graph OutputsPlot(const Network& network, size_t node) {
     const char* const name = !divided      ? "Network Outputs"
                              : set.is_test ? "Test Outputs"
                                            : "Training Outputs";
-    graph.curves.push_back(SequenceCurve(network, set, name, set.is_test ? kBlue : kGreen,
+    graph.curves.push_back(SequenceCurve(set, name, set.is_test ? kBlue : kGreen,
                                          [&](size_t p) { return scale(outputs.Row(p)[node]); }));
+    if (IsSplitAtRandom(network)) DrawAsMarkers(graph.curves.back());
   }
   if (!targets) return graph;
   const PatternSet all = {{}, network.nPats, true, false};
-  CURVE_DEF curve =
-      SequenceCurve(network, all, divided ? "Training Set Targets" : "Network Targets", kRed,
-                    [&](size_t p) { return scale(network.targets.Row(p)[node]); });
-  curve.marker = kNoMarker;
-  curve.mode = kJoined;
+  CURVE_DEF curve = SequenceCurve(all, divided ? "Training Set Targets" : "Network Targets", kRed,
+                                  [&](size_t p) { return scale(network.targets.Row(p)[node]); });
   curve.style = kDottedCross;
   graph.curves.push_back(std::move(curve));
   return graph;
@@ -145,7 +142,7 @@ Graph ErrorPlot(const Network& network, size_t node) {
   graph.y_label = "Error";
   for (const PatternSet& set : PatternSets(network)) {
     graph.curves.push_back(SequenceCurve(
-        network, set, ErrorName(network, set, node), set.is_test ? kBlue : kGreen, [&](size_t p) {
+        set, ErrorName(network, set, node), set.is_test ? kBlue : kGreen, [&](size_t p) {
           return scale(outputs.Row(p)[node]) - scale(network.targets.Row(p)[node]);
         }));
   }
@@ -161,8 +158,7 @@ Graph InputsPlot(const Network& network, size_t node) {
   graph.y_label = "Node Value";
   for (const PatternSet& set : PatternSets(network)) {
     graph.curves.push_back(SequenceCurve(
-        network, set, set.is_test ? "Test Patterns" : "Training Patterns",
-        set.is_test ? kGreen : kBlue,
+        set, set.is_test ? "Test Patterns" : "Training Patterns", set.is_test ? kGreen : kBlue,
         [&](size_t p) { return InputToDataUnits(network, node, inputs.Row(p)[node]); }));
   }
   return graph;

@@ -159,11 +159,13 @@ void SvgCanvas::DrawText(const TextLine& text) {
       text.upwards ? Point{text.at.x + down, text.at.y} : Point{text.at.x, text.at.y + down};
   const std::string turned =
       text.upwards ? fmt::format(R"x( transform="rotate(-90 {})")x", At(base)) : "";
+  const std::string fill =
+      text.colour == Colour() ? "" : fmt::format(R"( fill="{}")", ColourText(text.colour));
   m_body +=
-      fmt::format(R"(<text class="{}" x="{}" y="{}" font-size="{}" text-anchor="{}"{}>{}</text>)"
+      fmt::format(R"(<text class="{}" x="{}" y="{}" font-size="{}" text-anchor="{}"{}{}>{}</text>)"
                   "\n",
                   ClassOf(text.role), Number(base.x), Number(base.y), Number(text.size),
-                  kAnchors[static_cast<size_t>(text.anchor)], turned, Escaped(text.text));
+                  kAnchors[static_cast<size_t>(text.anchor)], turned, fill, Escaped(text.text));
 }
 
 void SvgCanvas::FillPolygons(Role role, const std::vector<Polygon>& polygons,

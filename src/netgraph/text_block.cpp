@@ -8,7 +8,6 @@
 namespace tarn {
 namespace {
 
-constexpr double kSmaller = 0.9;
 constexpr double kSmallestSize = 1.0;
 
 // As much of a text as fits a line: at least a character; up to a blank where there is one.

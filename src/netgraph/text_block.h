@@ -20,6 +20,9 @@ struct TextBlock {
 TextBlock FitText(const Canvas& canvas, const std::string& text, double size, double width,
                   double height);
 
+// From a font that is too large to the next one.
+inline constexpr double kSmaller = 0.9;
+
 // From one line to the next, in heights of the font.
 inline constexpr double kLineSpacing = 1.25;
 

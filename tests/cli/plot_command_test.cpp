@@ -66,7 +66,7 @@ TEST_F(PlotCommand, DrawsEveryKindAsTableAndPicture) {
 TEST_F(PlotCommand, WritesTheGraphInLines) {
   EXPECT_TRUE(Plot({"inputs", "test.net", "--node", "2"})
                   .starts_with("title,Input Node 2\nx-label,Input Sequence Number\n"
-                               "y-label,Node Value\ncurve,Training Patterns,#0000ff,5,2\n"));
+                               "y-label,Node Value\ncurve,Training Patterns,#0000ff,0,1\n"));
   const std::string contour = Plot({"contour", "test.net"});
   EXPECT_TRUE(
       contour.starts_with("title,Input nodes 1, 2 Influence on Output node 1\n"

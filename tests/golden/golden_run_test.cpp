@@ -96,8 +96,8 @@ TEST(GoldenScenarios, LeaveOneSetOfFilesEachAndNothingElseIsKept) {
     add_graphs(example, of_histories);
     for (const char* mode : {"test_", "training_", "recall_"}) {
       add_graphs(example + mode, of_patterns);
+      add_graphs(example + mode, of_analyses);
     }
-    for (const char* mode : {"test_", "training_"}) add_graphs(example + mode, of_analyses);
   }
   add_graphs("alone_", {"outputs"});
   hashes.insert({"wide.history", "wide.weights"});

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <fmt/format.h>
+#include <fmt/printf.h>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -428,6 +428,148 @@ TEST(AxisSweep, IsSoundBetweenNearFloats) {
     const float second = random.Near(first);
     if (first == second) continue;
     ASSERT_EQ(Fault(first, second, random.Pixels()), "");
+  }
+}
+
+// The same rules once more, step after step in one piece, to hold the other against.
+struct PlainAxis {
+  double lo = 0;
+  double hi = 0;
+  double minor = 0;
+  double step = 0;
+  int count = 0;
+  int units = 0;
+  double pixels = 0;
+};
+
+PlainAxis PlainScale(double a, double b, double length) {
+  length = std::clamp(length, 400.0, 800.0);
+  const double lo = std::min(a, b);
+  const double hi = std::max(a, b);
+  const double target = (hi - lo) / length * 20 * 0.5;
+  double e = std::trunc(std::log10(target));
+  if (std::log10(target) < 0) e -= 1;
+  double base = std::pow(10.0, e) * 1.00000000001;
+  int k = static_cast<int>(target / base) + 1;
+  bool grown = false;
+  while (true) {
+    PlainAxis axis;
+    axis.units = k < 2 ? 2 : k < 5 ? 5 : 10;
+    axis.count = k >= 2 && k < 5 ? 4 : 5;
+    axis.minor = axis.units * base;
+    axis.step = axis.minor * axis.count;
+    axis.minor *= axis.minor < 1 ? 1.0000006 : 1.0000003;
+    axis.lo = std::trunc(lo / axis.step * 1.0000006) * axis.step;
+    while (axis.lo > lo) {
+      if (axis.lo - 0.01 * axis.minor <= lo) {
+        axis.lo = lo;
+      } else {
+        axis.lo -= axis.step;
+      }
+    }
+    axis.hi = std::trunc((hi - axis.lo) / axis.step * 1.000003) * axis.step + axis.lo;
+    while (axis.hi < hi) {
+      if (axis.hi + 0.01 * axis.minor >= hi) {
+        axis.hi = hi;
+      } else {
+        axis.hi += axis.step;
+      }
+    }
+    axis.pixels = axis.minor / ((axis.hi - axis.lo) / length);
+    if (axis.pixels < 20) {
+      grown = true;
+      if (++k > 5) {
+        k = 1;
+        base *= 10;
+      }
+    } else if (axis.pixels >= 40 && !grown) {
+      --k;
+    } else {
+      return axis;
+    }
+  }
+}
+
+std::string PlainFormat(const PlainAxis& axis, bool reversed) {
+  const double first = std::fabs(reversed ? axis.hi : axis.lo);
+  const double second = std::fabs(reversed ? axis.lo : axis.hi);
+  const double largest = first > second ? first : second + axis.minor;
+  const auto whole_log = [](double value) { return static_cast<int>(std::log10(value)); };
+  const std::vector<int> factors = axis.units == 2   ? std::vector<int>{1, 2, 4, 5, 8}
+                                   : axis.units == 5 ? std::vector<int>{1, 2, 4, 5, 10}
+                                                     : std::vector<int>{1, 2, 4, 8, 10};
+  int d = 0;
+  for (const int factor : factors) {
+    const int interval = factor * axis.count;
+    const double v = interval * axis.minor + axis.minor;
+    const int n = std::max(whole_log(largest) + 1 - whole_log(v), 1);
+    d = -std::min(n, 6);
+    if (largest <= 999999 && largest >= std::pow(10.0, n - 7)) {
+      if (largest < 1) {
+        d = 2 - whole_log(v);
+      } else {
+        d = v < 1 ? n + 1 : whole_log(largest) + 1;
+      }
+      d = std::min(d, 7);
+    }
+    const int width = d < 1 ? 64 - 8 * d : 8 * d + 8;
+    if (std::trunc(axis.pixels) * interval >= width) break;
+  }
+  if (d < 1) {
+    d = 2 - d;
+    std::string text = fmt::sprintf("%-20.10e", largest);
+    text.erase(text.find_last_not_of(' ') + 1);
+    const auto exponent = static_cast<int>(text.size() - text.find('e'));
+    return fmt::sprintf("%%-%d.%de", exponent + d + 1, d - 2);
+  }
+  d += 2;
+  const auto before = static_cast<int>(fmt::sprintf("%-20.10f", largest).find('.')) + 1;
+  return before < d ? fmt::sprintf("%%%d.%df", d, d - before - 1) : fmt::sprintf("%%%d.0f", before);
+}
+
+// What differs from the plain rules; nothing when all is as they say.
+std::string DifferenceFromPlain(float first, float second, double pixels) {
+  const AxisScale scale = ScaleAxis(first, second, pixels);
+  const PlainAxis plain = PlainScale(first, second, pixels);
+  if (scale.minor != plain.minor || scale.step != plain.step) return "steps";
+  if (scale.minor_count != plain.count || scale.kind != plain.units) return "kind";
+  if (scale.minor_pixels != plain.pixels) return "pixels";
+  const bool reversed = first > second;
+  const double lo = reversed ? scale.second : scale.first;
+  const double hi = reversed ? scale.first : scale.second;
+  if (std::fabs(lo - plain.lo) > 0.01 * plain.minor) return "lower end";
+  if (std::fabs(hi - plain.hi) > 0.01 * plain.minor) return "upper end";
+  const std::string format = LabelAxis(scale).format;
+  return format == PlainFormat(plain, reversed) ? "" : "format " + format;
+}
+
+TEST(ScaleAxis, FollowsThePlainRulesOverRandomRanges) {
+  std::mt19937 random(17);
+  std::uniform_real_distribution<double> exponent(-12, 12);
+  std::uniform_real_distribution<double> share(-1, 1);
+  for (int i = 0; i < 20000; ++i) {
+    const auto first = static_cast<float>(share(random) * std::pow(10, exponent(random)));
+    const auto second = static_cast<float>(share(random) * std::pow(10, exponent(random)));
+    const double pixels = 300 + 600 * std::fabs(share(random));
+    if (first == second) continue;
+    ASSERT_EQ(DifferenceFromPlain(first, second, pixels), "")
+        << fmt::sprintf("%.9g %.9g %g", first, second, pixels);
+  }
+}
+
+TEST(ScaleAxis, FollowsThePlainRulesAtPowersOfTen) {
+  for (int power = -15; power <= 15; ++power) {
+    const auto unit = static_cast<float>(std::pow(10.0, power));
+    for (const float share : {0.1f, 0.2f, 0.5f, 0.97f, 1.0f, 1.03f}) {
+      for (const double pixels : {399.0, 400.0, 600.0, 800.0, 801.0}) {
+        const float end = unit * share;
+        const std::string where = fmt::sprintf("%.9g %g", end, pixels);
+        EXPECT_EQ(DifferenceFromPlain(0, end, pixels), "") << where;
+        EXPECT_EQ(DifferenceFromPlain(end, 0, pixels), "") << where;
+        EXPECT_EQ(DifferenceFromPlain(-end, 0, pixels), "") << where;
+        EXPECT_EQ(DifferenceFromPlain(-end, end, pixels), "") << where;
+      }
+    }
   }
 }
 

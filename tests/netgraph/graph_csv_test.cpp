@@ -106,11 +106,12 @@ TEST(GraphCsv, WritesTheGridOfContoursRowByRow) {
 
 TEST(GraphCsv, WritesWhatIsNoNumberAsAWord) {
   const float inf = Limits::infinity();
-  const auto lines =
-      LinesOf(GraphCsv(GraphOf({PointsCurve({Limits::quiet_NaN(), inf}, {-inf, -0.0f})})));
-  ASSERT_EQ(lines.size(), 6u);
+  const auto lines = LinesOf(GraphCsv(
+      GraphOf({PointsCurve({Limits::quiet_NaN(), inf, -Limits::quiet_NaN()}, {-inf, -0.0f, 1})})));
+  ASSERT_EQ(lines.size(), 7u);
   EXPECT_EQ(lines[4], "nan,-inf");
   EXPECT_EQ(lines[5], "inf,-0");
+  EXPECT_EQ(lines[6], "nan,1");
 }
 
 void ExpectSameBits(const std::string& text, float value) {

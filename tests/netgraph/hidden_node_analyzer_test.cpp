@@ -55,6 +55,8 @@ TEST_F(HiddenNodes, AreDividedByTheTrainingPatternsAlone) {
 
 TEST_F(HiddenNodes, OfAConstantLayerAreAllZero) {
   for (float& weight : m_network.layers[1].weights.All()) weight = 0;
+  for (size_t j = 0; j < 5; ++j)
+    m_network.layers[1].weights.Row(j).back() = 0.3F + 0.17F * static_cast<float>(j);
   HiddenNodeAnalyzer analyzer(m_network);
   Complete(analyzer);
   EXPECT_EQ(analyzer.Shares(1), Floats(5, 0.0F));

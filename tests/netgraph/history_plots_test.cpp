@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/error_history.h"
+#include "support/faulty_files.h"
 #include "support/memory_files.h"
 
 namespace tarn {
@@ -103,6 +104,18 @@ TEST_F(HistoryPlots, LeaveOutATornLastRecord) {
 TEST_F(HistoryPlots, OfAnEmptyHistoryHaveNoPoint) {
   PutHistory(0);
   EXPECT_TRUE(Iterations().empty());
+}
+
+TEST_F(HistoryPlots, AnswerWhenTheHistoryCannotBeReadToItsEnd) {
+  PutHistory(3);
+  FaultyFiles faulty(m_files);
+  const ScopedFileLayer layer(faulty);
+  Graph graph;
+  faulty.FailAt(6, FaultyFiles::Fault::kOnce, FaultyFiles::Kinds::kAll);
+  EXPECT_EQ(BuildHistoryPlot(HistoryKind::kRms, kPath, graph).message(),
+            "The error history cannot be read");
+  EXPECT_EQ(faulty.Failures(), 1);
+  EXPECT_EQ(m_files.OpenHandles(), 0);
 }
 
 TEST_F(HistoryPlots, AnswerWhenThereIsNoHistory) {

@@ -154,6 +154,14 @@ TEST_F(PatternPlots, OutputsOfARandomTestSetAreMarkers) {
   ExpectLine(graph.curves[2], kRed);
 }
 
+TEST_F(PatternPlots, ErrorsAndInputsOfARandomTestSetStayLines) {
+  HoldBackOddPatterns(kTestRandom);
+  ExpectLine(ErrorPlot(m_network, 0).curves[0], kGreen);
+  ExpectLine(ErrorPlot(m_network, 0).curves[1], kBlue);
+  ExpectLine(InputsPlot(m_network, 0).curves[0], kBlue);
+  ExpectLine(InputsPlot(m_network, 0).curves[1], kGreen);
+}
+
 TEST_F(PatternPlots, OutputsAloneWhereARecallHasNoTargets) {
   ToRecall(false);
   Graph graph = OutputsPlot(m_network, 0);
