@@ -300,7 +300,8 @@ class LayoutMaker {
 
 Point GraphLayout::ToCanvas(const Point& data) const {
   return {plot.left + Share(data.x, x_scale.first, x_scale.second) * plot.width,
-          plot.bottom() - Share(data.y, y_scale.first, y_scale.second) * plot.height};
+          // From the top: both ends of the axis are on the plot's sides to the last bit.
+          plot.top + (1 - Share(data.y, y_scale.first, y_scale.second)) * plot.height};
 }
 
 Point GraphLayout::ToData(const Point& on_canvas) const {

@@ -429,6 +429,34 @@ TEST(GraphRenderer, PaintsTheLegendOfContoursInTheColoursOfTheBands) {
   }
 }
 
+TEST(GraphRenderer, DrawsWhatLiesOnTheSidesOfThePlotAtEverySize) {
+  const CURVE_DEF square = PointsCurve({0, 10, 10, 0, 0}, {0, 0, 1, 1, 0});
+  const Graph graph = GraphOf({square, MarkersOf(square)});
+  for (int width = 300; width <= 1600; width += 13) {
+    for (int height = 200; height <= 1200; height += 17) {
+      const Size page = {static_cast<double>(width), static_cast<double>(height)};
+      const auto curves = Draw(graph, page).canvas.Curves(Role::kCurve);
+      ASSERT_EQ(curves.size(), 2u);
+      ASSERT_EQ(curves[0].lines.size(), 1u) << width << " x " << height;
+      ASSERT_EQ(curves[0].lines[0].size(), 5u) << width << " x " << height;
+      ASSERT_EQ(curves[1].markers.size(), 5u) << width << " x " << height;
+    }
+  }
+}
+
+TEST(GraphRenderer, WritesTheNamesInTheColoursOfTheCurves) {
+  Graph graph = NamedCurves();
+  graph.curves[0].colour = kRed;
+  graph.curves[2].colour = kGreen;
+  const auto texts = Draw(graph).layout.texts;
+  const auto colour_of = [&](const std::string& name) {
+    return std::ranges::find(texts, name, &TextLine::text)->colour;
+  };
+  EXPECT_EQ(colour_of("Targets"), kRed);
+  EXPECT_EQ(colour_of("Errors"), kGreen);
+  EXPECT_EQ(colour_of(graph.title), Colour());
+}
+
 TEST(GraphRenderer, ShowsASampleOfEveryNamedCurve) {
   Graph graph = NamedCurves();
   graph.curves[0].style = kDashedDiamond;
