@@ -5,12 +5,13 @@
 #include <fmt/printf.h>
 #include <unistd.h>
 
+#include "engine/training_run.h"
+
 namespace tarn {
 namespace {
 
 constexpr int64_t kRedrawMs = 100;
 constexpr size_t kBarWidth = 24;
-constexpr int32_t kNoEstimateTo = 5;  // iterations
 
 void Print(std::FILE* stream, std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stream);

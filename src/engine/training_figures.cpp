@@ -5,8 +5,6 @@
 namespace tarn {
 namespace {
 
-constexpr int32_t kNoEstimateTo = 5;  // iterations
-
 std::string Figure(double value) {
   return fmt::sprintf("%8.6f", value);
 }

@@ -40,6 +40,9 @@ struct RunFigures {
   double speed = 0;  // thousands of connections a second, training patterns only
 };
 
+// Up to this iteration an estimate of the time remaining would mislead: none is shown.
+inline constexpr int32_t kNoEstimateTo = 5;
+
 // "hours:minutes:seconds", each as a plain number.
 std::string TimeRemainingText(int64_t seconds);
 
