@@ -31,6 +31,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kTrainingStatus, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
     {kAutoSaveStatus, "TrainingRunAutoSave.ShowsThatItStoresAndThatTrainingGoesOn"},
     {kTrainingComplete, "TrainingRunTest.IsCompleteAtMaxIterationsAndSaysSo"},
+    {kTrainingStopped, "TrainingDeskTest.GoesOnCountingAfterStopAndStart"},
     {kHaltNotice, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
     {kHaltedStatus, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
 
@@ -149,6 +150,15 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     // app
     {kSelectMode, "RunCheck.WantsAMode"},
     {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},
+    {kAskToSave, "Saving.AsksBeforeATrainedNetworkIsLeft"},
+    {kAskToReset, "TrainingDeskTest.ResetsTheWeightsWhenTheUserIsSure"},
+    {kLoadHeader, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadCount, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadData, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadWeights, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadConnections, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadTestSet, "NetworkLoaderTest.NamesItsSteps"},
+    {kLoadRecall, "NetworkLoaderTest.RunsTheRecallAtLast"},
 });
 // clang-format on
 

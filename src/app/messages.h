@@ -8,12 +8,35 @@ namespace tarn {
 inline constexpr std::string_view kUntrainedRecall =
     "Untrained Networks Cannot be used for Recall!";
 inline constexpr std::string_view kSelectMode = "Select Recall or Training Execution Mode!";
+inline constexpr std::string_view kAskToSave = "Save Network File?";
+inline constexpr std::string_view kAskToReset = "Reset Network to Untrained State?";
 
-inline constexpr std::array kAppMessages = {kUntrainedRecall, kSelectMode};
+// What the load status box names, step by step.
+inline constexpr std::string_view kLoadHeader = "Reading Network File";
+inline constexpr std::string_view kLoadCount = "Counting Patterns";
+inline constexpr std::string_view kLoadData = "Reading Patterns";
+inline constexpr std::string_view kLoadWeights = "Reading Weights";
+inline constexpr std::string_view kLoadConnections = "Reading Connections";
+inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
+inline constexpr std::string_view kLoadRecall = "Running Recall";
+
+inline constexpr std::array kAppMessages = {
+    kUntrainedRecall, kSelectMode,  kAskToSave,       kAskToReset,  kLoadHeader, kLoadCount,
+    kLoadData,        kLoadWeights, kLoadConnections, kLoadTestSet, kLoadRecall};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";
 inline constexpr std::string_view kSelectModeCaption = "Select Mode";
+inline constexpr std::string_view kNotSavedCaption = "Network File Not Saved!";
+inline constexpr std::string_view kSureCaption = "Are You Sure?";
+inline constexpr std::string_view kNetworkErrorCaption = "Network Error";
+inline constexpr std::string_view kTarnErrorCaption = "Tarn Error";
+inline constexpr std::string_view kTarnWarningCaption = "Tarn Warning";
+inline constexpr std::string_view kSaveErrorCaption = "File Save Error - FILE NOT SAVED!";
+inline constexpr std::string_view kOutputsAbortedCaption = "Output/Target Save Aborted";
+inline constexpr std::string_view kHistoryAbortedCaption = "Error History Save Aborted";
+inline constexpr std::string_view kAutoSaveErrorCaption = "AutoSave Error";
+inline constexpr std::string_view kAutoSaveAbortedCaption = "Network AutoSave Aborted";
 
 // What the caption of the main window begins with, and the name of a network without a file.
 inline constexpr std::string_view kCaptionStart = "Tarn - ";

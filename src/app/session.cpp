@@ -1,81 +1,59 @@
 #include "app/session.h"
 
+#include <utility>
+
 #include "app/messages.h"
+#include "app/network_loader.h"
+#include "base/file_layer.h"
 #include "base/paths.h"
-#include "data/pattern_files.h"
-#include "data/test_set.h"
-#include "engine/recall_run.h"
 #include "netfile/connections_section.h"
 #include "netfile/header.h"
-#include "netfile/weights_section.h"
-#include "setup/messages.h"
 
 namespace tarn {
 namespace {
 
-// A fallback lets the work go on: its text becomes a notice.
-void Note(const Status& status, Notices& notices) {
-  if (!status.ok()) notices.push_back(status.message());
-}
-
-// The file may hold rates that no dialog lets through.
-void CorrectRates(Network& network, Notices& notices) {
-  if (network.UpdateRate < 1) {
-    network.UpdateRate = 1;
-    notices.emplace_back(kUpdateRateRange);
-  }
-  if (network.SaveRate < 0) {
-    network.SaveRate = 0;
-    notices.emplace_back(kAutoSaveRateRange);
-  }
-}
-
-Status Load(Session& session, Notices& notices) {
-  Network& network = session.network;
-  Status status = ReadHeader(network);
-  if (status.ok()) status = CheckShape(network);
-  if (!status.ok()) return status;
-  CorrectRates(network, notices);
-  PatternCount count;
-  status = CountPatterns(network, count, notices);
-  if (!status.ok()) return status;
-  network.nPats = count.records;
-  SizeTestSet(network, notices);
-  status = AllocateArrays(network);
-  if (status.ok()) status = ReadPatterns(network, count.buffer_size);
-  if (!status.ok()) return status;
-  Note(ReadWeights(network, session.seeds.Next()), notices);
-  Note(ReadConnections(network, session.scratch.path()), notices);
-  Note(BuildTestSet(network, session.seeds.Next()), notices);
-  return {};
+Status Load(Session& session, NetworkLoader::Kind kind, Notices& notices) {
+  NetworkLoader loader(session, kind);
+  Status status;
+  while (status.ok() && !loader.NextStep().empty()) status = loader.DoStep(notices);
+  return status;
 }
 
 }  // namespace
 
 Status OpenNetwork(Session& session, const std::string& path) {
   std::string full_path = FullPath(path);
-  return CheckNetworkFile(full_path, session.network);
+  Network network;
+  Status opened = CheckNetworkFile(full_path, network);
+  if (opened.ok()) session.network = std::move(network);
+  return opened;
+}
+
+void StartNewNetwork(Session& session) {
+  session.network = {};
+  session.network.file_name = JoinPath(Files().CurrentDirectory(), kUntitledName);
+  Files().Remove(session.network.file_name);
+}
+
+Status ReadSetup(Session& session) {
+  Network& network = session.network;
+  Status status = ReadHeader(network);
+  if (!status.ok()) return status;
+  for (int32_t layer = 0; layer < network.nLayers; ++layer) {
+    Files().Remove(ConnectionFilePath(session.scratch.path(), layer));
+  }
+  network.connections_edited.fill(false);
+  network.reset_weights = false;
+  return status;
 }
 
 Status LoadForTraining(Session& session, Notices& notices) {
-  Network& network = session.network;
-  network.mode = Mode::kTraining;
-  network.RecallTargets = true;
-  Status status = Load(session, notices);
-  if (status.ok() && network.reset_weights) {
-    InitializeRandomWeights(network, session.seeds.Next());
-    network.reset_weights = false;
-  }
-  return status;
+  return Load(session, NetworkLoader::Kind::kTraining, notices);
 }
 
 Status LoadAndRecall(Session& session, Notices& notices) {
-  Network& network = session.network;
-  if (!network.trained) return Status::Failure(kUntrainedRecall);
-  network.mode = Mode::kRecall;
-  Status status = Load(session, notices);
-  if (status.ok()) status = RunRecall(network);
-  return status;
+  if (!session.network.trained) return Status::Failure(kUntrainedRecall);
+  return Load(session, NetworkLoader::Kind::kRecall, notices);
 }
 
 }  // namespace tarn

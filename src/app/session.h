@@ -14,12 +14,21 @@ struct Session {
   Network network;
   SeedSource seeds;
   ScratchFolder scratch;
+  bool saved = false;  // the file holds the network as it is
 };
 
 // The Open command: checks the file and takes its name, from the root on, as the network's.
 // network.trained tells whether it holds weights. The file's folder is the current directory
 // afterwards: relative names of data files are looked up there.
 Status OpenNetwork(Session& session, const std::string& path);
+
+// The New command: the network is the scratch file of the current directory from now on. A file of
+// that name is deleted; reading the setup makes a new one.
+void StartNewNetwork(Session& session);
+
+// Reads the header of the opened network into the record, where the setup dialogs edit it.
+// Connection edits of an earlier setup are forgotten.
+Status ReadSetup(Session& session);
 
 // Reads the opened network and its training data: header, patterns, normalization, test set,
 // weights, connections. Notices are added for every fallback taken. After a failure the

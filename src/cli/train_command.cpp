@@ -79,7 +79,7 @@ std::string SetLines(std::string_view set, float rms, float correlation, float w
 void PrintSummary(const Network& network, const TrainingRun& run, bool saved) {
   const bool complete = run.state() == RunState::kComplete;
   const bool tolerance = network.Tolerance > 0;
-  std::string text(complete ? kTrainingComplete : "Training Run Stopped");
+  std::string text(complete ? kTrainingComplete : kTrainingStopped);
   text += '\n' + FigureLine("iterations", fmt::sprintf("%d", network.iteration));
   text += SetLines("training", network.rms_train, network.correlation_train, network.within_train,
                    tolerance);

@@ -18,13 +18,13 @@ inline constexpr std::string_view kErrorHistoryWriteError = "File Error Writting
 inline constexpr std::string_view kTrainingStatus = "Network Training";
 inline constexpr std::string_view kAutoSaveStatus = "AutoSave Network";
 inline constexpr std::string_view kTrainingComplete = "Training Run Complete!";
+inline constexpr std::string_view kTrainingStopped = "Training Run Stopped";
 inline constexpr std::string_view kHaltNotice = "NOTICE!";
 inline constexpr std::string_view kHaltedStatus = "Network Training Halted";
 
 inline constexpr std::array kEngineMessages = {
-    kLayerCountOutOfRange, kInputNodesInvalid,      kOutputNodesInvalid,
-    kHiddenNodesInvalid,   kErrorHistoryWriteError, kTrainingStatus,
-    kAutoSaveStatus,       kTrainingComplete,       kHaltNotice,
-    kHaltedStatus};
+    kLayerCountOutOfRange,   kInputNodesInvalid, kOutputNodesInvalid, kHiddenNodesInvalid,
+    kErrorHistoryWriteError, kTrainingStatus,    kAutoSaveStatus,     kTrainingComplete,
+    kTrainingStopped,        kHaltNotice,        kHaltedStatus};
 
 }  // namespace tarn

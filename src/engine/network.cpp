@@ -117,6 +117,18 @@ void InitializeRandomWeights(Network& network, uint32_t seed) {
   }
 }
 
+void ClearRemovedWeights(Network& network) {
+  if (network.fully_connected) return;
+  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
+    Layer& layer = network.layers[l];
+    for (size_t j = 0; j < layer.masks.rows(); ++j) {
+      for (size_t k = 0; k < layer.masks.columns(); ++k) {
+        if (layer.masks.Row(j)[k] == 0.0F) layer.weights.Row(j)[k] = 0.0F;
+      }
+    }
+  }
+}
+
 void ConnectFully(Network& network) {
   for (Layer& layer : network.layers) std::ranges::fill(layer.masks.All(), 1.0F);
   network.fully_connected = true;

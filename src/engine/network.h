@@ -144,6 +144,9 @@ Status AllocateArrays(Network& network);
 // layer by layer, node by node, the bias last; weight changes 0.
 void InitializeRandomWeights(Network& network, uint32_t seed);
 
+// Weight 0 for every connection whose mask is 0.
+void ClearRemovedWeights(Network& network);
+
 // All masks 1 and the network marked as fully connected.
 void ConnectFully(Network& network);
 

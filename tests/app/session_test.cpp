@@ -112,7 +112,7 @@ TEST_F(SessionTraining, DrawsRandomWeightsWhenTheyAreAskedFor) {
   ASSERT_EQ(Train(), "");
   EXPECT_EQ(m_network.layers[1].weights.Row(0)[0], 7);
   m_network.reset_weights = true;
-  ASSERT_EQ(Train(), "");
+  ASSERT_TRUE(LoadForTraining(m_session, m_notices).ok());
   EXPECT_TRUE(
       std::ranges::equal(random.layers[1].weights.All(), m_network.layers[1].weights.All()));
   EXPECT_FALSE(m_network.reset_weights);
@@ -121,9 +121,11 @@ TEST_F(SessionTraining, DrawsRandomWeightsWhenTheyAreAskedFor) {
 }
 
 TEST_F(SessionTraining, KeepsTheWishForRandomWeightsWhenTheLoadFails) {
+  ASSERT_EQ(Train(), "");
   m_network.reset_weights = true;
   SetLine(9, "gone.txt");
-  EXPECT_EQ(Train(), "Invalid Input Node Training File - gone.txt");
+  EXPECT_EQ(LoadForTraining(m_session, m_notices).message(),
+            "Invalid Input Node Training File - gone.txt");
   EXPECT_TRUE(m_network.reset_weights);
 }
 

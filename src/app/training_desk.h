@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/dialogs.h"
+#include "app/session.h"
+#include "base/clock.h"
+#include "base/temp_file.h"
+#include "engine/training_run.h"
+#include "engine/workers.h"
+#include "setup/option_prompts.h"
+
+namespace tarn {
+
+// What the training window shows of its desk. Called from within the desk's functions.
+class TrainingView {
+ public:
+  virtual ~TrainingView() = default;
+  // A text for the status bar.
+  virtual void ShowStatus(std::string_view text) = 0;
+  // Figures, options or the state of the run have changed.
+  virtual void Changed() = 0;
+  // A snapshot is being written.
+  virtual void ShowBusy(bool busy) = 0;
+};
+
+enum class LearnRateControlState { kOff, kWaiting, kStarted };
+
+// What the commands of the training window do, without the window: the run, its temporary files,
+// the options and the exports. Questions go to the dialogs, all else to the view.
+//
+// Messages of the run itself wait until TellPending, which is not called from within the run.
+class TrainingDesk : public TrainingObserver {
+ public:
+  // A loaded network with its training data. Session, dialogs, view and clock are not owned and
+  // outlive the desk. A store that cannot be made is told at once; training goes without it.
+  TrainingDesk(Session& session, Dialogs& dialogs, TrainingView& view, const Clock& clock,
+               size_t threads = UsefulThreads());
+
+  // Trains for about `budget_ms`; false when there is nothing to do before the user acts: the
+  // run is over or not begun, or it is halted.
+  bool Work(int64_t budget_ms);
+  // To be called now and then while the run is halted.
+  void WorkWhileHalted();
+  void TellPending();
+  // Removes the temporary files; nothing else may be called afterwards.
+  void RemoveFiles();
+
+  void Start();
+  void Stop();
+  void HaltOrResume();
+  bool IsUnderWay() const;  // running or halted
+  bool IsHalted() const { return m_run->state() == RunState::kHalted; }
+
+  bool Save();
+  bool SaveAs();
+  void SaveOutputsAs();
+  void SaveErrorHistoryAs();
+  void SaveSnapshotAs();
+
+  void ToggleLearnRateControl();
+  // By its command; false when that is none of the option prompts'.
+  bool ChangeOption(int32_t command);
+  void ResetWeights();
+
+  LearnRateControlState LearnRateControl() const;
+  // "Off", "On" or "From Iteration %d".
+  std::string LearnRateControlText() const;
+  const Network& network() const { return m_session.network; }
+  const RunFigures& figures() const { return m_run->figures(); }
+  const std::string& history_path() const { return m_history.path(); }
+
+ private:
+  // TrainingObserver
+  void ShowStatus(std::string_view text) override { m_view.ShowStatus(text); }
+  void ScreenUpdated() override { m_view.Changed(); }
+  void LearnRateControlStarted() override { m_view.Changed(); }
+  bool CanStoreSnapshot() override { return !m_store.path().empty(); }
+  bool StoreSnapshot() override;
+  void HistoryFailed() override { m_history_failed = true; }
+
+  void CreateStore();
+  void Apply(const OptionPrompt& prompt, const std::string& text);
+  void Edited();
+
+  Session& m_session;
+  Dialogs& m_dialogs;
+  TrainingView& m_view;
+  TempFile m_history;
+  TempFile m_store;
+  std::unique_ptr<TrainingRun> m_run;
+  std::optional<int32_t> m_switched_off;  // the start iteration before learn rate control went off
+  bool m_history_failed = false;
+};
+
+}  // namespace tarn
