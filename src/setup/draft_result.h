@@ -13,14 +13,16 @@ namespace tarn {
 struct DraftResult {
   std::vector<Message> messages;
   bool may_close = false;
+  int first_refused = 0;  // the control whose field kept the dialog open; 0: none
 
   void Tell(std::string_view caption, std::string_view text) {
     messages.push_back({std::string(caption), std::string(text), MessageIcon::kExclamation});
   }
-  // Tells it and keeps the dialog open.
-  void Refuse(std::string_view caption, std::string_view text) {
+  // Tells it and keeps the dialog open. `control` is the number of the field's control.
+  void Refuse(std::string_view caption, std::string_view text, int control = 0) {
     Tell(caption, text);
     may_close = false;
+    if (first_refused == 0) first_refused = control;
   }
 };
 

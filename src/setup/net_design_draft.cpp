@@ -32,7 +32,8 @@ class FieldCheck {
     StoreName();
     const int32_t old_outputs = IsLayerCount(m_network.nLayers) ? OutputLayer(m_network).nUnits : 0;
     StoreLayerCount();
-    StoreCount(m_draft.input_nodes, m_network.layers[0].nUnits, kInputNodesInvalid);
+    StoreCount(m_draft.input_nodes, m_network.layers[0].nUnits, kInputNodesInvalid,
+               NetDesignDraft::kInputNodesEdit);
     OutputLayer(m_network).nUnits = StoredOutputs(old_outputs);
     for (int32_t k = 1; k < m_network.nLayers - 1; ++k) StoreHidden(k);
     StoreTransferFunctions();
@@ -40,7 +41,7 @@ class FieldCheck {
   }
 
  private:
-  void Refuse(std::string_view text) { m_result.Refuse(kNetworkDesignError, text); }
+  void Refuse(std::string_view text, int edit) { m_result.Refuse(kNetworkDesignError, text, edit); }
 
   void StoreName() {
     const std::string_view name = LineText(EditText(m_draft.name, kTextLimit));
@@ -54,24 +55,24 @@ class FieldCheck {
     if (text.empty() && IsLayerCount(m_network.nLayers)) return;
     const int32_t count = ToInt(text);
     m_network.nLayers = IsLayerCount(count) ? count : kMinLayers;
-    if (!IsLayerCount(count)) Refuse(kLayerCountOutOfRange);
+    if (!IsLayerCount(count)) Refuse(kLayerCountOutOfRange, NetDesignDraft::kLayerCountEdit);
   }
 
-  void StoreCount(std::string_view field, int32_t& nodes, std::string_view message) {
+  void StoreCount(std::string_view field, int32_t& nodes, std::string_view message, int edit) {
     const std::string_view text = EditText(field, kTextLimit);
     if (text.empty()) return;
     const int32_t count = ToInt(text);
     if (count > 0) {
       nodes = count;
     } else {
-      Refuse(message);
+      Refuse(message, edit);
     }
   }
 
   int32_t StoredOutputs(int32_t old_outputs) {
     // A field that fails leaves the slot as it is; an empty one brings the old count with it.
     int32_t nodes = m_draft.output_nodes.empty() ? old_outputs : OutputLayer(m_network).nUnits;
-    StoreCount(m_draft.output_nodes, nodes, kOutputNodesInvalid);
+    StoreCount(m_draft.output_nodes, nodes, kOutputNodesInvalid, NetDesignDraft::kOutputNodesEdit);
     return nodes;
   }
 
@@ -84,7 +85,7 @@ class FieldCheck {
     if (count > 0) {
       m_network.layers[layer].nUnits = count;
     } else {
-      Refuse(fmt::sprintf(kHiddenNodesInvalid.data(), k));
+      Refuse(fmt::sprintf(kHiddenNodesInvalid.data(), k), NetDesignDraft::kHiddenNodesEdit + k - 1);
     }
   }
 

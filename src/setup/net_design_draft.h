@@ -29,6 +29,14 @@ struct ConnectionsRequest {
 
 // The network design dialog (`NetDesignDlg`) without its window: every field as text.
 struct NetDesignDraft {
+  enum Id : int {
+    kLayerCountEdit = 101,
+    kInputNodesEdit = 102,
+    kHiddenNodesEdit = 103,  // of hidden layer 1; the others follow
+    kOutputNodesEdit = 111,
+    kNameEdit = 148,
+  };
+
   std::string name;
   std::string layer_count;
   std::string input_nodes;

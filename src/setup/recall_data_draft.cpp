@@ -22,9 +22,9 @@ void StoreTargets(const std::string& path, Network& network, DraftResult& result
   if (path.empty()) {
     network.RecallTargName.clear();
   } else if (!IsReadableFile(path)) {
-    result.Refuse(kRecallDataError, kTargetFileNotFound);
+    result.Refuse(kRecallDataError, kTargetFileNotFound, RecallDataDraft::kTargetFileButton);
   } else if (network.RecallTargCol <= 0) {
-    result.Refuse(kRecallDataError, kTargetColumnInvalid);
+    result.Refuse(kRecallDataError, kTargetColumnInvalid, RecallDataDraft::kTargetColumnEdit);
   } else {
     network.RecallTargName = path;
     network.RecallTargets = true;
@@ -57,7 +57,7 @@ DraftResult RecallDataDraft::Apply(Network& network) const {
   if (Convert(input_column) > 0) {
     network.RecallPatCol = Convert(input_column);
   } else if (!input_column.empty()) {
-    result.Refuse(kRecallDataError, kInputColumnInvalid);
+    result.Refuse(kRecallDataError, kInputColumnInvalid, kInputColumnEdit);
   }
   if (Convert(target_column) > 0) network.RecallTargCol = Convert(target_column);
 
@@ -65,7 +65,7 @@ DraftResult RecallDataDraft::Apply(Network& network) const {
     network.RecallPatName = input_path;
     network.RecallTargets = false;
   } else {
-    result.Refuse(kRecallDataError, kInputFileNotFound);
+    result.Refuse(kRecallDataError, kInputFileNotFound, kInputFileButton);
   }
   StoreTargets(target_path, network, result);
   return result;

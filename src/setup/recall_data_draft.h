@@ -10,6 +10,13 @@ namespace tarn {
 
 // The recall data dialog (`RecDataDlg`) without its window: every field as text.
 struct RecallDataDraft {
+  enum Id : int {
+    kInputFileButton = 101,
+    kTargetFileButton = 102,
+    kInputColumnEdit = 111,
+    kTargetColumnEdit = 112,
+  };
+
   std::string input_path;
   std::string input_column;   // from 1
   std::string target_path;    // empty: no targets

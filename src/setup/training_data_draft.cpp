@@ -26,14 +26,14 @@ void StoreTestCases(const std::string& field, Network& network, DraftResult& res
   network.testPats = 0;
 }
 
-void StoreColumn(const std::string& field, std::string_view message, int32_t& column,
+void StoreColumn(const std::string& field, std::string_view message, int edit, int32_t& column,
                  DraftResult& result) {
   if (field.empty()) return;
   const int32_t value = Convert(field);
   if (value > 0) {
     column = value;
   } else {
-    result.Refuse(kTrainingDataError, message);
+    result.Refuse(kTrainingDataError, message, edit);
   }
 }
 
@@ -80,18 +80,18 @@ DraftResult TrainingDataDraft::Apply(Network& network) const {
   DraftResult result;
   result.may_close = true;
   StoreTestCases(test_cases, network, result);
-  StoreColumn(input_column, kInputColumnInvalid, network.PatCol, result);
-  StoreColumn(target_column, kTargetColumnInvalid, network.TargCol, result);
+  StoreColumn(input_column, kInputColumnInvalid, kInputColumnEdit, network.PatCol, result);
+  StoreColumn(target_column, kTargetColumnInvalid, kTargetColumnEdit, network.TargCol, result);
   network.pat_norm = normalize_inputs ? 1 : 0;
   network.targ_norm = normalize_outputs ? 1 : 0;
   network.overMeth = MethodCode(method);
 
   const bool inputs_found = StoreFile(input_path, check_inputs, network.PatName);
-  if (!inputs_found) result.Refuse(kTrainingDataError, kInputFileNotFound);
+  if (!inputs_found) result.Refuse(kTrainingDataError, kInputFileNotFound, kInputFileButton);
   if (!StoreFile(target_path, check_targets, network.TargName)) {
     // One missing file that holds both has been reported already.
     const bool reported = !inputs_found && target_path == input_path;
-    if (!reported) result.Refuse(kTrainingDataError, kTargetFileNotFound);
+    if (!reported) result.Refuse(kTrainingDataError, kTargetFileNotFound, kTargetFileButton);
   }
   return result;
 }

@@ -19,6 +19,20 @@ struct InclusionMethod {
 
 // The training data dialog (`TrnDataDlg`) without its window: every field as text.
 struct TrainingDataDraft {
+  enum Id : int {
+    kInputFileButton = 101,
+    kTargetFileButton = 102,
+    kRandomRadio = 103,
+    kBeginningRadio = 104,
+    kEndRadio = 105,
+    kNoneRadio = 106,
+    kTestCasesEdit = 107,
+    kNormalizeInputsBox = 109,
+    kNormalizeOutputsBox = 110,
+    kInputColumnEdit = 111,
+    kTargetColumnEdit = 112,
+  };
+
   std::string input_path;
   std::string input_column;  // from 1
   bool normalize_inputs = false;

@@ -90,16 +90,16 @@ void TrainingParametersDraft::EmptyFieldsOutOfRange() {
 DraftResult TrainingParametersDraft::Apply(Network& network) const {
   DraftResult result;
   result.may_close = true;
-  const auto check = [&](bool passes, std::string_view text) {
-    if (!passes) result.Refuse(kTrainingParameterError, text);
+  const auto check = [&](bool passes, std::string_view text, int edit) {
+    if (!passes) result.Refuse(kTrainingParameterError, text, edit);
   };
 
-  check(Store(fast_prop, IsFastProp, network.FastProp), kFastPropRange);
+  check(Store(fast_prop, IsFastProp, network.FastProp), kFastPropRange, kFastPropEdit);
   (void)Store(patterns_per_update, IsNotNegative, network.WeightRate);
-  check(Store(momentum, IsMomentum, network.Alpha), kMomentumRange);
-  check(Store(eta_max, IsLearnRate, network.EtaMax), kEtaMaxRange);
-  check(Store(eta_min, IsLearnRate, network.EtaMin), kEtaMinRange);
-  check(!eta.empty() && Store(eta, IsLearnRate, network.Eta), kEtaRange);
+  check(Store(momentum, IsMomentum, network.Alpha), kMomentumRange, kMomentumEdit);
+  check(Store(eta_max, IsLearnRate, network.EtaMax), kEtaMaxRange, kEtaMaxEdit);
+  check(Store(eta_min, IsLearnRate, network.EtaMin), kEtaMinRange, kEtaMinEdit);
+  check(!eta.empty() && Store(eta, IsLearnRate, network.Eta), kEtaRange, kEtaEdit);
   if (!Store(update_rate, IsPositive, network.UpdateRate)) {
     result.Tell(kTrainingParameterError, kUpdateRateRange);
     network.UpdateRate = 1;
@@ -108,8 +108,9 @@ DraftResult TrainingParametersDraft::Apply(Network& network) const {
     result.Tell(kTrainingParameterError, kAutoSaveRateRange);
     network.SaveRate = 0;
   }
-  check(Store(lrc_start, IsPositive, network.LRC), kLrcStartRange);
-  check(Store(max_iterations, IsPositive, network.MaxIterations), kMaxIterationsRange);
+  check(Store(lrc_start, IsPositive, network.LRC), kLrcStartRange, kLrcStartEdit);
+  check(Store(max_iterations, IsPositive, network.MaxIterations), kMaxIterationsRange,
+        kMaxIterationsEdit);
   if (!tolerance.empty()) {
     const float value = ToFloat(Read(tolerance));
     network.Tolerance = value > 0.0F ? value : 0.0F;

@@ -9,6 +9,21 @@ namespace tarn {
 
 // The training parameters dialog (`TrnParamDlg`) without its window: every field as text.
 struct TrainingParametersDraft {
+  enum Id : int {
+    kMaxIterationsEdit = 101,
+    kLrcStartEdit = 102,
+    kAutoSaveRateEdit = 103,
+    kUpdateRateEdit = 104,
+    kEtaEdit = 105,
+    kEtaMinEdit = 106,
+    kEtaMaxEdit = 107,
+    kMomentumEdit = 108,
+    kFastPropEdit = 109,
+    kPatternsPerUpdateEdit = 110,
+    kResetWeightsBox = 111,
+    kToleranceEdit = 112,
+  };
+
   std::string max_iterations;       // > 0
   std::string lrc_start;            // > 0
   std::string autosave_rate;        // >= 0, else 0

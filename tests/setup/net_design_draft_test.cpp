@@ -51,6 +51,7 @@ TEST(NetDesignDraft, AppliesUnchangedWithoutAMessage) {
   const DraftResult result = Loaded(network).Apply(network);
   EXPECT_TRUE(result.may_close);
   EXPECT_THAT(result.messages, IsEmpty());
+  EXPECT_EQ(result.first_refused, 0);
   EXPECT_EQ(network.nLayers, 4);
   EXPECT_EQ(network.layers[0].nUnits, 4);
   EXPECT_EQ(network.layers[1].nUnits, 8);
@@ -71,6 +72,7 @@ TEST(NetDesignDraft, ForcesALayerCountOutOfRangeToThreeAndStaysOpen) {
                 ElementsAre("Set number of network layers between 3 and 10"));
     EXPECT_EQ(result.messages[0].caption, "Network Design Error");
     EXPECT_EQ(result.messages[0].icon, MessageIcon::kExclamation);
+    EXPECT_EQ(result.first_refused, 101);
     EXPECT_EQ(network.nLayers, 3);
     EXPECT_EQ(network.layers[2].nUnits, 3);
   }
@@ -108,6 +110,22 @@ TEST(NetDesignDraft, RefusesNodeCountsBelowOneAndKeepsTheOldOnes) {
     EXPECT_EQ(network.layers[1].nUnits, 8);
     EXPECT_EQ(network.layers[2].nUnits, 3);
   }
+}
+
+TEST(NetDesignDraft, NamesTheFirstFieldThatWasRefused) {
+  NetDesignDraft draft = Loaded(MakeNetwork({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  const auto refused = [&draft](std::string& field) {
+    Network network = MakeNetwork({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+    field = "0";
+    return draft.Apply(network).first_refused;
+  };
+  // From the last to the first: those behind stay refused.
+  for (int row = 8; row >= 1; --row) {
+    EXPECT_EQ(refused(draft.hidden_nodes[static_cast<size_t>(row - 1)]), 102 + row);
+  }
+  EXPECT_EQ(refused(draft.output_nodes), 111);
+  EXPECT_EQ(refused(draft.input_nodes), 102);
+  EXPECT_EQ(refused(draft.layer_count), 101);
 }
 
 TEST(NetDesignDraft, KeepsTheOldValuesOfEmptyFieldsSilently) {

@@ -70,6 +70,7 @@ TEST_F(RecallDataDraftTest, RefusesAnInputColumnBelow1ButNotAnEmptyOne) {
     ASSERT_THAT(TextsOf(result.messages), ElementsAre("Invalid start column specified for inputs"));
     EXPECT_EQ(result.messages[0].caption, "Recall Data Error");
     EXPECT_EQ(result.messages[0].icon, MessageIcon::kExclamation);
+    EXPECT_EQ(result.first_refused, 111);
     EXPECT_EQ(m_network.RecallPatCol, 1);
   }
   m_draft.input_column = "";
@@ -85,6 +86,7 @@ TEST_F(RecallDataDraftTest, RefusesTargetsWithoutAColumn) {
     EXPECT_FALSE(result.may_close);
     EXPECT_THAT(TextsOf(result.messages),
                 ElementsAre("Invalid start column specified for targets"));
+    EXPECT_EQ(result.first_refused, 112);
     EXPECT_EQ(m_network.RecallTargCol, 0);
     EXPECT_FALSE(m_network.RecallTargets);
   }
@@ -127,7 +129,7 @@ TEST_F(RecallDataDraftTest, ClearsTheTargetsWhenOnlyTheTargetFileIsMissing) {
   m_network.RecallTargets = true;
   m_draft.target_path = m_files.Missing("a.txt");
   m_draft.target_column = "2";
-  EXPECT_FALSE(m_draft.Apply(m_network).may_close);
+  EXPECT_EQ(m_draft.Apply(m_network).first_refused, 102);
   EXPECT_EQ(m_network.RecallPatName, m_inputs);
   EXPECT_FALSE(m_network.RecallTargets);
 }
@@ -138,6 +140,7 @@ TEST_F(RecallDataDraftTest, LeavesTheTargetsFlagWhenTheInputsAreMissing) {
   const DraftResult result = m_draft.Apply(m_network);
   EXPECT_FALSE(result.may_close);
   EXPECT_THAT(TextsOf(result.messages), ElementsAre("Input node data file not found"));
+  EXPECT_EQ(result.first_refused, 101);
   EXPECT_TRUE(m_network.RecallTargets);
 }
 

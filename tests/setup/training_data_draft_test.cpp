@@ -82,6 +82,7 @@ TEST_F(TrainingDataDraftTest, SetsNegativeTestCasesToZeroAndCloses) {
   ASSERT_THAT(TextsOf(result.messages), ElementsAre("Invalid number of test cases - set to ZERO"));
   EXPECT_EQ(result.messages[0].caption, "Training Data Error");
   EXPECT_EQ(result.messages[0].icon, MessageIcon::kExclamation);
+  EXPECT_EQ(result.first_refused, 0);
   EXPECT_EQ(m_network.testPats, 0);
 }
 
@@ -111,6 +112,7 @@ TEST_F(TrainingDataDraftTest, RefusesColumnsBelow1AndKeepsTheOldOnes) {
     EXPECT_THAT(TextsOf(result.messages),
                 ElementsAre("Invalid start column specified for inputs",
                             "Invalid start column specified for targets"));
+    EXPECT_EQ(result.first_refused, 111);
     EXPECT_EQ(m_network.PatCol, 2);
     EXPECT_EQ(m_network.TargCol, 3);
   }
@@ -142,6 +144,7 @@ TEST_F(TrainingDataDraftTest, ReportsBothFilesWhenTheyDiffer) {
   EXPECT_THAT(TextsOf(result.messages),
               ElementsAre("Input node data file not found", "Target node data file not found"));
   EXPECT_EQ(m_network.PatName, inputs);
+  EXPECT_EQ(result.first_refused, 101);
   EXPECT_EQ(m_network.TargName, targets);
 }
 
@@ -150,12 +153,14 @@ TEST_F(TrainingDataDraftTest, ReportsOneMissingFileForBothOnce) {
   const DraftResult result = m_draft.Apply(m_network);
   EXPECT_FALSE(result.may_close);
   EXPECT_THAT(TextsOf(result.messages), ElementsAre("Input node data file not found"));
+  EXPECT_EQ(result.first_refused, 101);
 }
 
 TEST_F(TrainingDataDraftTest, ReportsAnEmptyNameAsNotFound) {
   m_draft.target_path = "";
   const DraftResult result = m_draft.Apply(m_network);
   EXPECT_FALSE(result.may_close);
+  EXPECT_EQ(result.first_refused, 102);
   EXPECT_THAT(TextsOf(result.messages), ElementsAre("Target node data file not found"));
 }
 
@@ -223,8 +228,9 @@ TEST_F(TrainingDataDraftTest, TakesBothNamesFromTheHandOver) {
 TEST_F(TrainingDataDraftTest, TakesAHandOverWithoutTargetsAsItStands) {
   m_draft.Take({m_files.Make("data.txt"), 0});
   EXPECT_EQ(m_draft.target_column, "0");
-  EXPECT_THAT(TextsOf(m_draft.Apply(m_network).messages),
-              ElementsAre("Invalid start column specified for targets"));
+  const DraftResult result = m_draft.Apply(m_network);
+  EXPECT_THAT(TextsOf(result.messages), ElementsAre("Invalid start column specified for targets"));
+  EXPECT_EQ(result.first_refused, 112);
 }
 
 }  // namespace

@@ -20,16 +20,18 @@ TrainingParametersDraft OnlyEta() {
   return draft;
 }
 
-// Applies one field and expects this one message and whether the dialog closes.
+// Applies one field and expects this one message, and the edit that keeps the dialog open; 0: it
+// closes.
 void ExpectMessage(Network& network, std::string TrainingParametersDraft::*field,
-                   const std::string& text, const std::string& message, bool may_close) {
+                   const std::string& text, const std::string& message, int refused) {
   TrainingParametersDraft draft = OnlyEta();
   draft.*field = text;
   const DraftResult result = draft.Apply(network);
   ASSERT_THAT(TextsOf(result.messages), ElementsAre(message)) << text;
   EXPECT_EQ(result.messages[0].caption, "Training Parameter Error");
   EXPECT_EQ(result.messages[0].icon, MessageIcon::kExclamation);
-  EXPECT_EQ(result.may_close, may_close);
+  EXPECT_EQ(result.first_refused, refused);
+  EXPECT_EQ(result.may_close, refused == 0);
 }
 
 void ExpectAccepted(Network& network, std::string TrainingParametersDraft::*field,
@@ -86,7 +88,7 @@ TEST(TrainingParametersDraft, TakesFastPropFrom0To3) {
   EXPECT_EQ(network.FastProp, 3.0F);
   for (const char* text : {"3.01", "-0.1", "1e30"}) {
     ExpectMessage(network, &TrainingParametersDraft::fast_prop, text,
-                  "Fast-Prop coefficient range is 0. to 3.", false);
+                  "Fast-Prop coefficient range is 0. to 3.", 109);
     EXPECT_EQ(network.FastProp, 3.0F);
   }
   ExpectAccepted(network, &TrainingParametersDraft::fast_prop, "none");
@@ -112,7 +114,7 @@ TEST(TrainingParametersDraft, TakesMomentumFrom0To1) {
   EXPECT_EQ(network.Alpha, 1.0F);
   for (const char* text : {"-0.1", "1.1"}) {
     ExpectMessage(network, &TrainingParametersDraft::momentum, text,
-                  "Momentum factor range is 0. to 1.", false);
+                  "Momentum factor range is 0. to 1.", 108);
     EXPECT_EQ(network.Alpha, 1.0F);
   }
 }
@@ -122,20 +124,21 @@ TEST(TrainingParametersDraft, TakesLearnRatesAbove0To1) {
     std::string TrainingParametersDraft::*field;
     float Network::*value;
     const char* message;
+    int edit;
   };
   const Rate rates[] = {
-      {&TrainingParametersDraft::eta_max, &Network::EtaMax,
-       "Learn rate maximum range is >0. to 1."},
-      {&TrainingParametersDraft::eta_min, &Network::EtaMin,
-       "Learn rate minimum range is >0. to 1."},
-      {&TrainingParametersDraft::eta, &Network::Eta, "Learn rate range is >0. to 1."}};
+      {&TrainingParametersDraft::eta_max, &Network::EtaMax, "Learn rate maximum range is >0. to 1.",
+       107},
+      {&TrainingParametersDraft::eta_min, &Network::EtaMin, "Learn rate minimum range is >0. to 1.",
+       106},
+      {&TrainingParametersDraft::eta, &Network::Eta, "Learn rate range is >0. to 1.", 105}};
   for (const Rate& rate : rates) {
     Network network = MakeNetwork({2, 2, 1});
     ExpectAccepted(network, rate.field, "0.000001");
     ExpectAccepted(network, rate.field, "1");
     EXPECT_EQ(network.*rate.value, 1.0F);
     for (const char* text : {"0", "-0.5", "1.0001", "x"}) {
-      ExpectMessage(network, rate.field, text, rate.message, false);
+      ExpectMessage(network, rate.field, text, rate.message, rate.edit);
       EXPECT_EQ(network.*rate.value, 1.0F);
     }
   }
@@ -143,7 +146,7 @@ TEST(TrainingParametersDraft, TakesLearnRatesAbove0To1) {
 
 TEST(TrainingParametersDraft, ConvertsEtaEvenWhenEmpty) {
   Network network = MakeNetwork({2, 2, 1});
-  ExpectMessage(network, &TrainingParametersDraft::eta, "", "Learn rate range is >0. to 1.", false);
+  ExpectMessage(network, &TrainingParametersDraft::eta, "", "Learn rate range is >0. to 1.", 105);
   EXPECT_EQ(network.Eta, 0.01F);
 }
 
@@ -151,7 +154,7 @@ TEST(TrainingParametersDraft, SetsAScreenUpdateRateOutOfRangeTo1AndCloses) {
   for (const char* text : {"0", "-1", "x"}) {
     Network network = MakeNetwork({2, 2, 1});
     ExpectMessage(network, &TrainingParametersDraft::update_rate, text,
-                  "Screen update rate out of range; set to 1", true);
+                  "Screen update rate out of range; set to 1", 0);
     EXPECT_EQ(network.UpdateRate, 1);
   }
   Network network = MakeNetwork({2, 2, 1});
@@ -162,7 +165,7 @@ TEST(TrainingParametersDraft, SetsAScreenUpdateRateOutOfRangeTo1AndCloses) {
 TEST(TrainingParametersDraft, TurnsAutoSaveOffForANegativeRateAndCloses) {
   Network network = MakeNetwork({2, 2, 1});
   ExpectMessage(network, &TrainingParametersDraft::autosave_rate, "-5",
-                "AutoSave rate out of range; feature disabled", true);
+                "AutoSave rate out of range; feature disabled", 0);
   EXPECT_EQ(network.SaveRate, 0);
   ExpectAccepted(network, &TrainingParametersDraft::autosave_rate, "50");
   EXPECT_EQ(network.SaveRate, 50);
@@ -174,7 +177,7 @@ TEST(TrainingParametersDraft, WantsALearnRateControlStartAbove0) {
   Network network = MakeNetwork({2, 2, 1});
   for (const char* text : {"0", "-1"}) {
     ExpectMessage(network, &TrainingParametersDraft::lrc_start, text,
-                  "Learn rate control out of range (>0)", false);
+                  "Learn rate control out of range (>0)", 102);
     EXPECT_EQ(network.LRC, 100);
   }
   ExpectAccepted(network, &TrainingParametersDraft::lrc_start, "1");
@@ -185,7 +188,7 @@ TEST(TrainingParametersDraft, WantsMaximumIterationsAbove0) {
   Network network = MakeNetwork({2, 2, 1});
   for (const char* text : {"0", "-1"}) {
     ExpectMessage(network, &TrainingParametersDraft::max_iterations, text,
-                  "Maximum iterations out of range (>0)", false);
+                  "Maximum iterations out of range (>0)", 101);
     EXPECT_EQ(network.MaxIterations, 10000);
   }
   ExpectAccepted(network, &TrainingParametersDraft::max_iterations, "99999999999");
@@ -242,6 +245,7 @@ TEST(TrainingParametersDraft, ShowsAllMessagesInOrderAndStoresWhatPasses) {
   draft.reset_weights = true;
   const DraftResult result = draft.Apply(network);
   EXPECT_FALSE(result.may_close);
+  EXPECT_EQ(result.first_refused, 109);
   EXPECT_THAT(
       TextsOf(result.messages),
       ElementsAre("Fast-Prop coefficient range is 0. to 3.", "Momentum factor range is 0. to 1.",
