@@ -23,3 +23,12 @@ function(tarn_module name)
   target_include_directories(tarn_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(tarn_${name} PRIVATE tarn_options PUBLIC ${ARG_USES})
 endfunction()
+
+# tarn_windows(NAME SOURCES ... USES ...): the windows of one module, src/NAME/ui, as the
+# static library tarn_NAME_ui. USES lists modules; resources and wxWidgets come with it.
+function(tarn_windows name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  add_library(tarn_${name}_ui STATIC ${ARG_SOURCES})
+  target_include_directories(tarn_${name}_ui PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(tarn_${name}_ui PRIVATE tarn_options PUBLIC ${ARG_USES} tarn_resources)
+endfunction()

@@ -1,0 +1,72 @@
+#include "resources/controls.h"
+
+#include <stdexcept>
+#include <wx/checkbox.h>
+#include <wx/combobox.h>
+#include <wx/control.h>
+#include <wx/panel.h>
+#include <wx/radiobut.h>
+#include <wx/textctrl.h>
+#include <wx/xrc/xmlres.h>
+
+namespace tarn {
+
+void LoadDialog(wxDialog& dialog, wxWindow* parent, const char* name) {
+  if (!wxXmlResource::Get()->LoadDialog(&dialog, parent, name)) {
+    throw std::runtime_error(std::string("no dialog resource ") + name);
+  }
+  dialog.SetAffirmativeId(kOkId);
+  dialog.SetEscapeId(dialog.FindWindow(kCancelId) != nullptr ? kCancelId : kOkId);
+  dialog.CentreOnParent();
+}
+
+void LoadPanel(wxPanel& panel, wxWindow* parent, const char* name) {
+  if (!wxXmlResource::Get()->LoadPanel(&panel, parent, name)) {
+    throw std::runtime_error(std::string("no panel resource ") + name);
+  }
+}
+
+wxWindow& Control(const wxWindow& window, int id) {
+  wxWindow* control = window.FindWindow(id);
+  if (control == nullptr) throw std::out_of_range("no control " + std::to_string(id));
+  return *control;
+}
+
+std::string TextOf(const wxWindow& window, int id) {
+  wxWindow& control = Control(window, id);
+  if (const auto* entry = dynamic_cast<wxTextEntry*>(&control)) return Utf8(entry->GetValue());
+  return Utf8(wxControl::GetLabelText(control.GetLabel()));
+}
+
+void SetText(const wxWindow& window, int id, std::string_view text) {
+  if (TextOf(window, id) == text) return;
+  wxWindow& control = Control(window, id);
+  if (auto* entry = dynamic_cast<wxTextEntry*>(&control)) {
+    entry->ChangeValue(Wide(text));
+  } else {
+    control.SetLabel(wxControl::EscapeMnemonics(Wide(text)));
+  }
+}
+
+bool IsChecked(const wxWindow& window, int id) {
+  wxWindow& control = Control(window, id);
+  if (const auto* button = dynamic_cast<wxRadioButton*>(&control)) return button->GetValue();
+  return dynamic_cast<wxCheckBox&>(control).GetValue();
+}
+
+void SetChecked(const wxWindow& window, int id, bool checked) {
+  wxWindow& control = Control(window, id);
+  if (auto* button = dynamic_cast<wxRadioButton*>(&control)) {
+    button->SetValue(checked);
+  } else {
+    dynamic_cast<wxCheckBox&>(control).SetValue(checked);
+  }
+}
+
+void FocusEdit(const wxWindow& window, int id) {
+  wxWindow& control = Control(window, id);
+  control.SetFocus();
+  if (auto* entry = dynamic_cast<wxTextEntry*>(&control)) entry->SelectAll();
+}
+
+}  // namespace tarn
