@@ -1,0 +1,39 @@
+#include "app/ui/data_ent_dlg.h"
+
+#include <wx/textctrl.h>
+
+#include "resources/controls.h"
+
+namespace tarn {
+namespace {
+
+constexpr int kValueEdit = 101;
+constexpr int kPromptText = 102;
+constexpr unsigned kLongestValue = 39;
+
+}  // namespace
+
+DataEntDlg::DataEntDlg(wxWindow* parent, std::string_view caption, std::string_view prompt,
+                       const std::string& text)
+    : m_text(text) {
+  LoadDialog(*this, parent, "DATAENT_DLG");
+  SetTitle(Wide(caption));
+  SetText(*this, kPromptText, prompt);
+  SetText(*this, kValueEdit, text);
+  Control<wxTextCtrl>(*this, kValueEdit).SetMaxLength(kLongestValue);
+  Fit();
+  CentreOnParent();
+  FocusEdit(*this, kValueEdit);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { OnOk(); }, kOkId);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { EndModal(kCancelId); }, kCancelId);
+}
+
+void DataEntDlg::OnOk() {
+  const std::string entered = TextOf(*this, kValueEdit);
+  if (!entered.empty()) m_text = entered;
+  EndModal(kOkId);
+}
+
+}  // namespace tarn

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <wx/dialog.h>
+
+namespace tarn {
+
+// The single-value entry: one field, checked by whoever asked.
+class DataEntDlg : public wxDialog {
+ public:
+  DataEntDlg(wxWindow* parent, std::string_view caption, std::string_view prompt,
+             const std::string& text);
+
+  // After OK the text that was entered, or the first one when the field was left empty.
+  const std::string& text() const { return m_text; }
+
+ private:
+  void OnOk();
+
+  std::string m_text;
+};
+
+}  // namespace tarn

@@ -1,0 +1,3 @@
+#include "app/ui/tarn_app.h"
+
+wxIMPLEMENT_APP(tarn::TTarnApp);

@@ -1,0 +1,340 @@
+#include "app/ui/main_frame.h"
+
+#include <array>
+#include <new>
+#include <utility>
+#include <wx/accel.h>
+#include <wx/app.h>
+#include <wx/display.h>
+#include <wx/menu.h>
+#include <wx/xrc/xmlres.h>
+
+#include "app/messages.h"
+#include "app/saving.h"
+#include "app/ui/about_dlg.h"
+#include "app/ui/recall_run_dlg.h"
+#include "app/ui/window_dialogs.h"
+#include "base/paths.h"
+#include "engine/training_figures.h"
+#include "netfile/configuration_file.h"
+#include "resources/controls.h"
+#include "setup/ui/rec_data_dlg.h"
+#include "setup/ui/trn_setup_dlg.h"
+
+namespace tarn {
+namespace {
+
+enum Command : int {
+  kTrainRestart = 129,
+  kTrainExit = 130,
+  kSaveRecallOutputs = 202,
+  kRecallRestart = 229,
+  kRecallExit = 230,
+  kHelp = 24341,
+  kAbout = 24346,
+};
+
+// Keys of the start-up window, which has no menu.
+constexpr int kOpenKey = wxID_HIGHEST + 1;
+
+// The first for the hints of the menus, the second for what the program does.
+constexpr int kStatusFields = 2;
+constexpr int kStatusWidth = 190;  // of the second
+
+constexpr const char* kFirstCaption = "Tarn for Windows";
+constexpr const char* kStartUpClient = "StartUp";
+constexpr const char* kTrainingClient = "Training";
+constexpr const char* kRecallClient = "Recall";
+
+// Graphs and reports have no windows yet.
+constexpr std::array kWithoutWindow = {116, 144, 148, 121, 145, 149, 117, 118, 119, 120,
+                                       122, 131, 146, 132, 133, 123, 124, 125, 126, 127,
+                                       128, 218, 219, 220, 222, 233, 223, 225, 226, 227};
+
+bool IsOnADisplay(const wxPoint& position) {
+  return position.x >= 0 && position.y >= 0 && wxDisplay::GetFromPoint(position) != wxNOT_FOUND;
+}
+
+}  // namespace
+
+TMain::TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, const Clock& clock)
+    : wxFrame(nullptr, wxID_ANY, kFirstCaption),
+      m_session(session),
+      m_dialogs(dialogs),
+      m_paths(paths),
+      m_clock(clock) {
+  wxIcon icon;
+  icon.CopyFromBitmap(wxXmlResource::Get()->LoadBitmap("TARN_ICON"));
+  SetIcon(icon);
+  SetExtraStyle(GetExtraStyle() | wxWS_EX_PROCESS_IDLE);
+  Bind(wxEVT_IDLE, &TMain::OnIdle, this);
+  Bind(wxEVT_MENU, &TMain::OnMenu, this);
+  Bind(wxEVT_CLOSE_WINDOW, &TMain::OnClose, this);
+  Bind(wxEVT_ICONIZE, &TMain::OnIconize, this);
+  const std::array keys = {wxAcceleratorEntry(wxACCEL_CTRL, 'O', kOpenKey),
+                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_F1, kHelp)};
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
+  ShowStartUp();
+  const wxPoint position = m_settings.Position();
+  if (IsOnADisplay(position)) {
+    Move(position);
+  } else {
+    Centre();
+  }
+}
+
+TMain::~TMain() {
+  // The windows know the network: they go first.
+  DestroyChildren();
+  m_session.network = {};
+  WriteConfigurationFile();
+}
+
+void TMain::Abandon() {
+  if (m_training != nullptr) m_training->Abandon();
+}
+
+void TMain::New() {
+  StartNewNetwork(m_session);
+  UpdateCaption();
+  m_start_up->SelectMode(RunMode::kTraining);
+  Run(RunMode::kTraining);
+}
+
+void TMain::Open() {
+  const std::optional<std::string> path = m_dialogs.ChooseFile(kOpenNetworkQuestion);
+  if (path) OpenFile(*path);
+}
+
+void TMain::OpenFile(const std::string& path) {
+  if (m_start_up == nullptr || m_loader != nullptr) return;
+  const Status opened = OpenNetwork(m_session, path);
+  // The scratch file of the untitled network is refused without a word.
+  if (!opened.ok() && !opened.message().empty()) m_dialogs.Tell(path, opened.message());
+  if (!m_session.network.file_name.empty()) UpdateCaption();
+}
+
+void TMain::Run(RunMode mode) {
+  if (const std::optional<Message> message = CheckRun(mode, m_session.network)) {
+    m_dialogs.Tell(*message);
+  } else if (mode == RunMode::kTraining) {
+    SetUpTraining();
+  } else {
+    SetUpRecall();
+  }
+}
+
+void TMain::SetUpTraining() {
+  m_session.network.mode = Mode::kTraining;
+  m_session.network.RecallTargets = true;
+  TrnSetupDlg setup(this, m_session, m_dialogs, m_paths, [this] { UpdateCaption(); });
+  if (setup.ShowModal() == kOkId) BeginLoad(NetworkLoader::Kind::kEdited, setup.stored_shape());
+}
+
+void TMain::SetUpRecall() {
+  m_session.network.mode = Mode::kRecall;
+  RecDataDlg data(this, m_session.network, m_dialogs, m_paths);
+  if (data.ShowModal() == kOkId) BeginLoad(NetworkLoader::Kind::kRecall, {});
+}
+
+void TMain::About() {
+  AboutDlg(this).ShowModal();
+}
+
+void TMain::BeginLoad(NetworkLoader::Kind kind, const NetworkShape& stored) {
+  m_load_kind = kind;
+  m_notices.clear();
+  m_loader = std::make_unique<NetworkLoader>(m_session, kind, stored);
+  m_busy.emplace();
+  m_client->Disable();
+  m_status_box = new StatusDlg(this);
+  m_step_shown = false;
+  m_status_box->Show();
+  wxWakeUpIdle();
+}
+
+// One turn shows what is coming, the next one does it: the box is painted in between.
+void TMain::LoadOneStep() {
+  if (!m_step_shown) {
+    m_status_box->ShowStep(m_loader->NextStep());
+    m_step_shown = true;
+    return;
+  }
+  m_step_shown = false;
+  const Status done = m_loader->DoStep(m_notices);
+  if (done.ok() && !m_loader->NextStep().empty()) return;
+  EndLoad();
+  if (done.message() == kOutOfMemory) throw std::bad_alloc();
+  for (const std::string& notice : m_notices) m_dialogs.Tell(kTarnWarningCaption, notice);
+  if (!done.ok()) {
+    m_dialogs.Tell(kTarnErrorCaption, done.message());
+  } else if (m_load_kind == NetworkLoader::Kind::kRecall) {
+    ShowRecall();
+  } else {
+    ShowTraining();
+  }
+}
+
+void TMain::EndLoad() {
+  m_loader.reset();
+  m_busy.reset();
+  m_status_box->Destroy();
+  m_status_box = nullptr;
+  m_client->Enable();
+}
+
+void TMain::ShowStartUp() {
+  StartUpActions actions;
+  actions.new_network = [this] { New(); };
+  actions.open = [this] { Open(); };
+  actions.open_file = [this](const std::string& path) { OpenFile(path); };
+  actions.run = [this](RunMode mode) { Run(mode); };
+  actions.help = [this] { ShowHelp(); };
+  actions.about = [this] { About(); };
+  actions.exit = [this] { Close(); };
+  ClearClient(kStartUpClient, nullptr);
+  m_start_up = new StartUpWindow(this, std::move(actions));
+  TakeClient(m_start_up);
+}
+
+void TMain::ShowTraining() {
+  ClearClient(kTrainingClient, "TRAIN_MENU");
+  m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { UpdateCaption(); });
+  TakeClient(m_training);
+}
+
+void TMain::ShowRecall() {
+  ClearClient(kRecallClient, "RECALL_MENU");
+  TakeClient(new RecallRunDlg(this, m_session.network));
+}
+
+void TMain::ClearClient(const char* next, const char* menu) {
+  RememberGeometry();
+  m_start_up = nullptr;
+  m_training = nullptr;
+  if (m_client != nullptr) m_client->Destroy();
+  m_client = nullptr;
+  m_client_name = next;
+  wxMenuBar* old_menu = GetMenuBar();
+  SetMenuBar(menu != nullptr ? wxXmlResource::Get()->LoadMenuBar(menu) : nullptr);
+  delete old_menu;
+  wxStatusBar* old_status = GetStatusBar();
+  SetStatusBar(nullptr);
+  delete old_status;
+  if (menu == nullptr) return;
+  CreateStatusBar(kStatusFields);
+  const std::array widths = {-1, FromDIP(kStatusWidth)};
+  SetStatusWidths(kStatusFields, widths.data());
+  for (const int command : kWithoutWindow) {
+    if (GetMenuBar()->FindItem(command) != nullptr) GetMenuBar()->Enable(command, false);
+  }
+}
+
+void TMain::TakeClient(wxWindow* client) {
+  m_client = client;
+  const wxSize least = client->GetBestSize();
+  SetMinClientSize(least);
+  wxSize size = m_settings.Size(m_client_name);
+  size.IncTo(least);
+  SetClientSize(size);
+  // The client fills the frame, whatever the size was before.
+  Layout();
+  UpdateCaption();
+}
+
+void TMain::RememberGeometry() {
+  if (m_client == nullptr || IsIconized() || IsMaximized()) return;
+  m_settings.SetSize(m_client_name, GetClientSize());
+  m_settings.SetPosition(GetPosition());
+}
+
+void TMain::UpdateCaption() {
+  const Network& network = m_session.network;
+  std::string caption = kFirstCaption;
+  if (!network.file_name.empty()) caption = FrameCaption(network.file_name);
+  if (m_iconized && m_training != nullptr) caption = MinimizedTitle(network);
+  if (Utf8(GetTitle()) != caption) SetTitle(Wide(caption));
+}
+
+void TMain::OnIdle(wxIdleEvent& event) {
+  event.Skip();
+  if (m_loader == nullptr) return;
+  LoadOneStep();
+  event.RequestMore();
+}
+
+void TMain::OnMenu(wxCommandEvent& event) {
+  switch (event.GetId()) {
+    case kOpenKey:
+      if (m_start_up != nullptr) Open();
+      break;
+    case kTrainRestart:
+    case kRecallRestart:
+      // The client, which may be handling an event, is gone after it.
+      CallAfter([this] { Restart(); });
+      break;
+    case kTrainExit:
+    case kRecallExit:
+      Close();
+      break;
+    case kSaveRecallOutputs:
+      SaveOutputs(m_session, m_dialogs);
+      break;
+    case kHelp:
+      ShowHelp();
+      break;
+    case kAbout:
+      About();
+      break;
+    default:
+      if (m_training == nullptr || !m_training->DoCommand(event.GetId())) event.Skip();
+  }
+}
+
+void TMain::ShowHelp() {
+  HelpTopic topic = HelpTopic::kRecallData;
+  if (m_start_up != nullptr) topic = HelpTopic::kStartUp;
+  if (m_training != nullptr) topic = HelpTopic::kTraining;
+  m_dialogs.ShowHelp(topic);
+}
+
+void TMain::OnClose(wxCloseEvent& event) {
+  const bool dialog_open = DialogParent() != this;
+  if (event.CanVeto() && (dialog_open || !MayLeaveClient())) {
+    event.Veto();
+    return;
+  }
+  if (m_training != nullptr) m_training->StopTraining();
+  if (m_loader != nullptr) EndLoad();
+  RememberGeometry();
+  Destroy();
+}
+
+void TMain::OnIconize(wxIconizeEvent& event) {
+  m_iconized = event.IsIconized();
+  UpdateCaption();
+  event.Skip();
+}
+
+// Training waits while the user is asked, and goes on when the user stays.
+bool TMain::MayLeaveClient() {
+  if (m_training == nullptr) return true;
+  m_training->Hold(true);
+  const bool leave = MayLeave(m_session, m_dialogs);
+  if (leave) m_training->StopTraining();
+  m_training->Hold(false);
+  UpdateCaption();
+  return leave;
+}
+
+void TMain::Restart() {
+  if (!MayLeaveClient()) return;
+  const std::string path = m_session.network.file_name;
+  ShowStartUp();
+  m_session.network = {};
+  // The same network is at hand again, as its file now is.
+  if (!IsUntitled(path)) (void)OpenNetwork(m_session, path);
+  UpdateCaption();
+}
+
+}  // namespace tarn

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <wx/frame.h>
+#include <wx/utils.h>
+
+#include "app/application_paths.h"
+#include "app/dialogs.h"
+#include "app/main_window_rules.h"
+#include "app/network_loader.h"
+#include "app/session.h"
+#include "app/ui/startup_window.h"
+#include "app/ui/status_dlg.h"
+#include "app/ui/window_settings.h"
+#include "base/clock.h"
+#include "engine/ui/train_run_dlg.h"
+
+namespace tarn {
+
+// The main window. Its client is the start-up window, the training window or the recall window;
+// a network is loaded between them on idle turns.
+class TMain : public wxFrame {
+ public:
+  // None of them is owned; they outlive the window.
+  TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, const Clock& clock);
+  // The program ends with it: the configuration file is written.
+  ~TMain() override;
+  TMain(const TMain&) = delete;
+  TMain& operator=(const TMain&) = delete;
+
+  // As the Open command does with the file chosen.
+  void OpenFile(const std::string& path);
+  // Leaves nothing behind: the program is about to end in the midst of something.
+  void Abandon();
+  // Null when it is not the client.
+  TrainRunDlg* training() const { return m_training; }
+
+ private:
+  void New();
+  void Open();
+  void Run(RunMode mode);
+  void SetUpTraining();
+  void SetUpRecall();
+  void About();
+  void ShowHelp();
+
+  void BeginLoad(NetworkLoader::Kind kind, const NetworkShape& stored);
+  void LoadOneStep();
+  void EndLoad();
+
+  void ShowStartUp();
+  void ShowTraining();
+  void ShowRecall();
+  void ClearClient(const char* next, const char* menu);
+  void TakeClient(wxWindow* client);
+  void RememberGeometry();
+  void UpdateCaption();
+
+  void OnIdle(wxIdleEvent& event);
+  void OnMenu(wxCommandEvent& event);
+  void OnClose(wxCloseEvent& event);
+  void OnIconize(wxIconizeEvent& event);
+  bool MayLeaveClient();
+  void Restart();
+
+  Session& m_session;
+  Dialogs& m_dialogs;
+  const ApplicationPaths& m_paths;
+  const Clock& m_clock;
+  WindowSettings m_settings;
+
+  wxWindow* m_client = nullptr;  // owned by the frame, as the two below, which it may be
+  wxString m_client_name;
+  StartUpWindow* m_start_up = nullptr;
+  TrainRunDlg* m_training = nullptr;
+  bool m_iconized = false;
+
+  // While a network is loaded.
+  std::unique_ptr<NetworkLoader> m_loader;
+  NetworkLoader::Kind m_load_kind = NetworkLoader::Kind::kTraining;
+  Notices m_notices;
+  StatusDlg* m_status_box = nullptr;
+  bool m_step_shown = false;
+  std::optional<wxBusyCursor> m_busy;
+};
+
+}  // namespace tarn

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <wx/app.h>
+
+#include "app/application_paths.h"
+#include "app/session.h"
+#include "app/ui/main_frame.h"
+#include "app/ui/window_dialogs.h"
+
+namespace tarn {
+
+// Prepares pictures, resources and idle events; to be called once, when the application has
+// begun, before any window is made.
+void PrepareWindows();
+
+// The application object.
+class TTarnApp : public wxApp {
+ public:
+  bool OnInit() override;
+  int OnExit() override;
+  void OnInitCmdLine(wxCmdLineParser& parser) override;
+  bool OnCmdLineParsed(wxCmdLineParser& parser) override;
+
+  // Memory can run out in any event; the program is ended in order then.
+  void CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
+                        wxEvent& event) const override;
+
+ private:
+  void EndOutOfMemory();
+
+  std::unique_ptr<ApplicationPaths> m_paths;
+  std::unique_ptr<Session> m_session;
+  std::unique_ptr<WindowDialogs> m_dialogs;
+  std::string m_file;                 // named on the command line
+  std::unique_ptr<char[]> m_reserve;  // given back when memory runs out, for the messages
+};
+
+// Tells that memory has run out and that the session ends.
+void TellOutOfMemory(Dialogs& dialogs);
+
+}  // namespace tarn

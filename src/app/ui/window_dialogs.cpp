@@ -1,0 +1,140 @@
+#include "app/ui/window_dialogs.h"
+
+#include <fmt/printf.h>
+#include <wx/app.h>
+#include <wx/filedlg.h>
+#include <wx/filefn.h>
+#include <wx/filename.h>
+#include <wx/msgdlg.h>
+#include <wx/utils.h>
+
+#include "app/messages.h"
+#include "app/ui/data_ent_dlg.h"
+#include "app/ui/messages.h"
+#include "engine/ui/auto_save_dlg.h"
+#include "resources/controls.h"
+#include "setup/messages.h"
+
+namespace tarn {
+namespace {
+
+long IconStyle(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kExclamation:
+      return wxICON_EXCLAMATION;
+    case MessageIcon::kQuestion:
+      return wxICON_QUESTION;
+    case MessageIcon::kNone:
+      break;
+  }
+  return wxICON_NONE;
+}
+
+int ShowBox(const Message& message, long style) {
+  wxMessageDialog box(DialogParent(), Wide(message.text), Wide(message.caption),
+                      style | IconStyle(message.icon) | wxCENTRE);
+  return box.ShowModal();
+}
+
+bool ReplacesUnasked(const std::string& chosen, const std::string& path) {
+  return chosen != path && wxFileExists(Wide(path));
+}
+
+}  // namespace
+
+wxWindow* DialogParent() {
+  for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
+    auto* dialog = dynamic_cast<wxDialog*>(node->GetData());
+    if (dialog != nullptr && dialog->IsModal()) return dialog;
+  }
+  return wxTheApp->GetTopWindow();
+}
+
+wxString FileDialogFilter(std::string_view filter) {
+  if (filter.ends_with('|')) filter.remove_suffix(1);
+  wxString text = Wide(filter);
+  text.Replace("|*.*", "|" + wxString(wxFileSelectorDefaultWildcardStr));
+  return text;
+}
+
+std::string WithExtension(const std::string& path, std::string_view extension) {
+  const wxFileName name(Wide(path));
+  return name.HasExt() ? path : path + std::string(extension);
+}
+
+void WindowDialogs::Tell(const Message& message) {
+  ShowBox(message, wxOK);
+}
+
+Answer WindowDialogs::Ask(const Message& question, AnswerChoice choice) {
+  const bool cancel = choice == AnswerChoice::kYesNoCancel;
+  switch (ShowBox(question, cancel ? wxYES_NO | wxCANCEL : wxYES_NO)) {
+    case wxID_YES:
+      return Answer::kYes;
+    case wxID_NO:
+      return Answer::kNo;
+    default:
+      return cancel ? Answer::kCancel : Answer::kNo;
+  }
+}
+
+std::optional<std::string> WindowDialogs::EnterValue(std::string_view caption,
+                                                     std::string_view prompt,
+                                                     const std::string& text) {
+  DataEntDlg dialog(DialogParent(), caption, prompt, text);
+  if (dialog.ShowModal() != kOkId) return std::nullopt;
+  return dialog.text();
+}
+
+std::optional<std::string> WindowDialogs::ShowFileDialog(const FileQuestion& question) {
+  const long style =
+      question.saving ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST;
+  wxFileDialog dialog(DialogParent(), Wide(question.title), wxGetCwd(), "",
+                      FileDialogFilter(question.filter), style);
+  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
+  return Utf8(dialog.GetPath());
+}
+
+std::optional<std::string> WindowDialogs::ChooseFile(const FileQuestion& question) {
+  while (true) {
+    const std::optional<std::string> chosen = ShowFileDialog(question);
+    if (!chosen || !question.saving) return chosen;
+    const std::string path = WithExtension(*chosen, question.extension);
+    if (!ReplacesUnasked(*chosen, path)) return path;
+    // The dialog has asked about the name without the extension.
+    const Message again = {std::string(question.title), fmt::sprintf(kAskToReplace.data(), path),
+                           MessageIcon::kQuestion};
+    if (Ask(again, AnswerChoice::kYesNo) == Answer::kYes) return path;
+  }
+}
+
+std::optional<std::string> WindowDialogs::ChooseSnapshot(
+    const std::vector<std::string>& iterations) {
+  AutoSaveDlg dialog(DialogParent(), iterations, *this);
+  if (dialog.ShowModal() != kOkId) return std::nullopt;
+  return dialog.choice();
+}
+
+void WindowDialogs::ShowHelp(HelpTopic topic) {
+  if (!wxFileExists(Wide(m_paths.help_file))) {
+    Tell(kTarnWarningCaption, fmt::sprintf(kNoHelpFile.data(), m_paths.help_file));
+    return;
+  }
+  if (m_help == nullptr) {
+    m_help = std::make_unique<wxHtmlHelpController>(wxHF_DEFAULT_STYLE, DialogParent());
+    m_help->AddBook(wxFileName(Wide(m_paths.help_file)));
+  }
+  m_help->Display(static_cast<int>(topic));
+}
+
+void WindowDialogs::StartDataEditor() {
+  const std::string& path = m_paths.data_editor;
+  const wxString program = Wide(path);
+  const wxWCharBuffer name = program.wc_str();
+  const wchar_t* const arguments[] = {name.data(), nullptr};
+  const bool started =
+      wxFileExists(program) && wxIsExecutable(program) && wxExecute(arguments, wxEXEC_ASYNC) != 0;
+  if (!started) Tell(kInvalidRequest, fmt::sprintf(kNoDataEditor.data(), path));
+}
+
+}  // namespace tarn

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <wx/html/helpctrl.h>
+#include <wx/window.h>
+
+#include "app/application_paths.h"
+#include "app/dialogs.h"
+
+namespace tarn {
+
+// Asks the user with message boxes, file dialogs and the dialogs of the resources, above the
+// innermost window that is open.
+class WindowDialogs : public Dialogs {
+ public:
+  explicit WindowDialogs(ApplicationPaths paths) : m_paths(std::move(paths)) {}
+
+  using Dialogs::Tell;
+  void Tell(const Message& message) override;
+  Answer Ask(const Message& question, AnswerChoice choice) override;
+  std::optional<std::string> EnterValue(std::string_view caption, std::string_view prompt,
+                                        const std::string& text) override;
+  std::optional<std::string> ChooseFile(const FileQuestion& question) override;
+  std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
+  void ShowHelp(HelpTopic topic) override;
+  void StartDataEditor() override;
+
+ protected:
+  // The system's file dialog, shown once.
+  virtual std::optional<std::string> ShowFileDialog(const FileQuestion& question);
+
+ private:
+  ApplicationPaths m_paths;
+  std::unique_ptr<wxHtmlHelpController> m_help;
+};
+
+// The window that the next dialog belongs to: the innermost modal dialog, else the main window.
+wxWindow* DialogParent();
+
+// The filter in the form that the file dialogs take: no "|" at the end, and every file stands
+// for "*.*" everywhere.
+wxString FileDialogFilter(std::string_view filter);
+
+// The path with the extension when its name has none.
+std::string WithExtension(const std::string& path, std::string_view extension);
+
+}  // namespace tarn

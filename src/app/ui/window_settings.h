@@ -1,0 +1,25 @@
+#pragma once
+
+#include <wx/gdicmn.h>
+#include <wx/string.h>
+
+namespace tarn {
+
+// Where the main window was and how large each of its clients, kept between sessions in the
+// user's settings folder. What cannot be read or written is done without.
+class WindowSettings {
+ public:
+  WindowSettings();
+
+  // -1, -1 when none is known.
+  wxPoint Position() const;
+  void SetPosition(const wxPoint& position);
+  // By the name of the client; 0, 0 when none is known.
+  wxSize Size(const wxString& client) const;
+  void SetSize(const wxString& client, const wxSize& size);
+
+ private:
+  wxString m_path;
+};
+
+}  // namespace tarn

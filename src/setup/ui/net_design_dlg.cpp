@@ -1,0 +1,92 @@
+#include "setup/ui/net_design_dlg.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <utility>
+
+#include "resources/controls.h"
+#include "setup/ui/trans_dlg.h"
+
+namespace tarn {
+namespace {
+
+constexpr unsigned long kTextLimit = 79;
+
+// Of hidden row 1 to 8.
+constexpr std::array kTransferButtons = {113, 112, 114, 115, 116, 117, 118, 119};
+constexpr std::array kConnectionsButtons = {139, 140, 141, 142, 143, 144, 145, 146};
+static_assert(kTransferButtons.size() == kHiddenRows && kConnectionsButtons.size() == kHiddenRows);
+constexpr int kOutputTransferButton = 120;
+constexpr int kOutputConnectionsButton = 147;
+constexpr int kViewButton = 149;
+
+}  // namespace
+
+NetDesignDlg::NetDesignDlg(wxWindow* parent, Network& network, Dialogs& dialogs,
+                           DesignWindows windows)
+    : SetupDialog(parent, "NDESIGN_DLG", dialogs, HelpTopic::kNetworkDesign, kHelpId),
+      m_network(network),
+      m_windows(std::move(windows)) {
+  m_draft.Load(network);
+  TieEdits();
+  for (int32_t row = 1; row <= static_cast<int32_t>(kHiddenRows); ++row) BindHiddenRow(row);
+  BindOutputRow();
+  OnButton(kViewButton, [this] { m_windows.view_network(); });
+  Control(*this, kViewButton).Enable(m_windows.view_network != nullptr);
+  OnButton(kOkId, [this] { Accept(); });
+  FocusEdit(*this, NetDesignDraft::kNameEdit);
+}
+
+void NetDesignDlg::TieEdits() {
+  Tie(NetDesignDraft::kNameEdit, m_draft.name, kTextLimit);
+  Tie(NetDesignDraft::kLayerCountEdit, m_draft.layer_count, kTextLimit);
+  Tie(NetDesignDraft::kInputNodesEdit, m_draft.input_nodes, kTextLimit);
+  int edit = NetDesignDraft::kHiddenNodesEdit;
+  for (std::string& nodes : m_draft.hidden_nodes) Tie(edit++, nodes, kTextLimit);
+  Tie(NetDesignDraft::kOutputNodesEdit, m_draft.output_nodes, kTextLimit);
+}
+
+void NetDesignDlg::BindHiddenRow(int32_t row) {
+  const auto place = static_cast<size_t>(row - 1);
+  OnButton(kTransferButtons[place], [this, row] { ChooseTransfer(row); });
+  OnButton(kConnectionsButtons[place], [this, row] {
+    ReadFields();
+    OpenConnections(m_draft.ConnectionsOfHidden(row, m_network));
+  });
+  Control(*this, kConnectionsButtons[place]).Enable(m_windows.edit_connections != nullptr);
+}
+
+void NetDesignDlg::BindOutputRow() {
+  OnButton(kOutputTransferButton, [this] { ChooseOutputTransfer(); });
+  OnButton(kOutputConnectionsButton, [this] {
+    ReadFields();
+    OpenConnections(m_draft.ConnectionsOfOutput(m_network));
+  });
+  Control(*this, kOutputConnectionsButton).Enable(m_windows.edit_connections != nullptr);
+}
+
+void NetDesignDlg::ChooseTransfer(int32_t layer) {
+  TransDlg(this, m_draft.transfer[static_cast<size_t>(layer)], dialogs()).ShowModal();
+}
+
+void NetDesignDlg::ChooseOutputTransfer() {
+  ReadFields();
+  const LayerRequest request = m_draft.TransferFunctionsOfOutput();
+  TellAll(request.messages);
+  if (request.layer != 0) ChooseTransfer(request.layer);
+}
+
+void NetDesignDlg::OpenConnections(ConnectionsRequest request) {
+  TellAll(request.messages);
+  if (request.receiving_layer == 0) return;
+  const auto layer = static_cast<size_t>(request.receiving_layer);
+  m_windows.edit_connections(request, m_draft.connections_edited[layer]);
+}
+
+void NetDesignDlg::Accept() {
+  ReadFields();
+  Finish(m_draft.Apply(m_network));
+}
+
+}  // namespace tarn
