@@ -51,8 +51,9 @@ ScratchFolder::ScratchFolder() : m_path(TemporaryFolder()) {
   }
 }
 
-ScratchFolder::~ScratchFolder() {
+void ScratchFolder::Remove() {
   if (m_owned) Files().RemoveFolder(m_path);
+  m_owned = false;
 }
 
 }  // namespace tarn

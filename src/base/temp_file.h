@@ -29,10 +29,12 @@ class TempFile {
 class ScratchFolder {
  public:
   ScratchFolder();
-  ~ScratchFolder();
+  ~ScratchFolder() { Remove(); }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
+  // Removes it before its time.
+  void Remove();
   const std::string& path() const { return m_path; }
 
  private:

@@ -1,30 +1,27 @@
 #include <gtest/gtest.h>
-#include <wx/app.h>
 #include <wx/init.h>
 #include <wx/log.h>
-#include <wx/xrc/xmlres.h>
 
-#include "resources/resources.h"
+#include "ui/test_app.h"
 
 // Window tests run within an application of their own, on the display of DISPLAY.
 
-namespace {
+namespace tarn {
 
-class TestApp : public wxApp {
- public:
-  bool OnInit() override {
-    // A message box would wait for an answer.
-    delete wxLog::SetActiveTarget(new wxLogStderr);
-    wxInitAllImageHandlers();
-    wxXmlResource::Get()->InitAllHandlers();
-    InitTarnResources();
-    return true;
-  }
-};
+bool TestApp::OnInit() {
+  // A message box would wait for an answer.
+  delete wxLog::SetActiveTarget(new wxLogStderr);
+  PrepareWindows();
+  return true;
+}
 
-}  // namespace
+void TestApp::EndProgram() {
+  ++m_ends;
+}
 
-wxIMPLEMENT_APP_NO_MAIN(TestApp);
+}  // namespace tarn
+
+wxIMPLEMENT_APP_NO_MAIN(tarn::TestApp);
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

@@ -71,7 +71,7 @@ MainWindowFixture::~MainWindowFixture() {
 
 void MainWindowFixture::OpenFrame() {
   if (m_frame != nullptr) {
-    m_frame->Destroy();
+    m_frame->Close(true);
     Until([this] { return m_frame == nullptr; });
   }
   m_frame = new TMain(*m_session, *m_dialogs, m_paths, SteadyClock());

@@ -11,7 +11,7 @@ namespace tarn {
 int NativeAnswers::Enter(wxDialog* dialog) {
   if (auto* box = dynamic_cast<wxMessageDialog*>(dialog)) {
     boxes.push_back(Utf8(box->GetCaption()) + "|" + Utf8(box->GetMessage()));
-    if (!box->HasFlag(wxYES_NO)) return wxID_OK;
+    if ((box->GetMessageDialogStyle() & wxYES_NO) == 0) return wxID_OK;
     if (answers.empty()) {
       ADD_FAILURE() << "no answer to " << boxes.back();
       return wxID_CANCEL;

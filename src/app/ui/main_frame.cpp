@@ -12,6 +12,7 @@
 #include "app/messages.h"
 #include "app/saving.h"
 #include "app/ui/about_dlg.h"
+#include "app/ui/messages.h"
 #include "app/ui/recall_run_dlg.h"
 #include "app/ui/window_dialogs.h"
 #include "base/paths.h"
@@ -90,8 +91,11 @@ TMain::~TMain() {
   WriteConfigurationFile();
 }
 
-void TMain::Abandon() {
+void TMain::EndOutOfMemory() {
   if (m_training != nullptr) m_training->Abandon();
+  m_dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
+  m_dialogs.Tell(kTarnErrorCaption, kAborting);
+  m_session.scratch.Remove();
 }
 
 void TMain::New() {

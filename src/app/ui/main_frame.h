@@ -32,8 +32,9 @@ class TMain : public wxFrame {
 
   // As the Open command does with the file chosen.
   void OpenFile(const std::string& path);
-  // Leaves nothing behind: the program is about to end in the midst of something.
-  void Abandon();
+  // Tells that memory has run out, and leaves no temporary files: the program ends in the midst
+  // of something.
+  void EndOutOfMemory();
   // Null when it is not the client.
   TrainRunDlg* training() const { return m_training; }
 

@@ -6,8 +6,6 @@
 #include <wx/image.h>
 #include <wx/xrc/xmlres.h>
 
-#include "app/messages.h"
-#include "app/ui/messages.h"
 #include "base/clock.h"
 #include "resources/controls.h"
 #include "resources/resources.h"
@@ -25,6 +23,11 @@ void PrepareWindows() {
   wxImage::AddHandler(new wxPNGHandler);
   wxXmlResource::Get()->InitAllHandlers();
   InitTarnResources();
+}
+
+TTarnApp::TTarnApp() {
+  Bind(wxEVT_QUERY_END_SESSION, &TTarnApp::OnSessionEnd, this);
+  Bind(wxEVT_END_SESSION, &TTarnApp::OnSessionEnd, this);
 }
 
 bool TTarnApp::OnInit() {
@@ -68,19 +71,22 @@ void TTarnApp::CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
   }
 }
 
+// The user may stay as long as the system lets the program object.
+void TTarnApp::OnSessionEnd(wxCloseEvent& event) {
+  wxWindow* top = GetTopWindow();
+  if (top == nullptr || top->IsBeingDeleted()) return;
+  if (!top->Close(!event.CanVeto())) event.Veto();
+}
+
 void TTarnApp::EndOutOfMemory() {
   m_reserve.reset();
   auto* frame = dynamic_cast<TMain*>(GetTopWindow());
-  if (frame != nullptr) frame->Abandon();
-  TellOutOfMemory(*m_dialogs);
-  // Windows that are in the midst of an event are left as they are; the files are closed.
-  delete m_session.release();
-  std::_Exit(EXIT_FAILURE);
+  if (frame != nullptr) frame->EndOutOfMemory();
+  EndProgram();
 }
 
-void TellOutOfMemory(Dialogs& dialogs) {
-  dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
-  dialogs.Tell(kTarnErrorCaption, kAborting);
+void TTarnApp::EndProgram() {
+  std::_Exit(EXIT_FAILURE);
 }
 
 }  // namespace tarn

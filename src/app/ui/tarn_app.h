@@ -18,6 +18,7 @@ void PrepareWindows();
 // The application object.
 class TTarnApp : public wxApp {
  public:
+  TTarnApp();
   bool OnInit() override;
   int OnExit() override;
   void OnInitCmdLine(wxCmdLineParser& parser) override;
@@ -27,8 +28,13 @@ class TTarnApp : public wxApp {
   void CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
                         wxEvent& event) const override;
 
+ protected:
+  // At once: windows may be in the midst of an event.
+  virtual void EndProgram();
+
  private:
   void EndOutOfMemory();
+  void OnSessionEnd(wxCloseEvent& event);
 
   std::unique_ptr<ApplicationPaths> m_paths;
   std::unique_ptr<Session> m_session;
@@ -36,8 +42,5 @@ class TTarnApp : public wxApp {
   std::string m_file;                 // named on the command line
   std::unique_ptr<char[]> m_reserve;  // given back when memory runs out, for the messages
 };
-
-// Tells that memory has run out and that the session ends.
-void TellOutOfMemory(Dialogs& dialogs);
 
 }  // namespace tarn
