@@ -88,9 +88,9 @@ TEST_F(Leaving, StaysWhenTheSaveFails) {
   m_session->network.file_name = m_folder / "none" + "/iris.net";
   m_native.answers = {wxID_YES};
   Frame().Close();
-  EXPECT_THAT(m_native.boxes,
-              ElementsAre(kQuestion,
-                          "File Save Error - FILE NOT SAVED!|Cannot Write to Network File"));
+  EXPECT_THAT(
+      m_native.boxes,
+      ElementsAre(kQuestion, "File Save Error - FILE NOT SAVED!|Cannot Write to Network File"));
   EXPECT_TRUE(FrameIsOpen());
   EXPECT_NE(Frame().training(), nullptr);
 }

@@ -59,8 +59,7 @@ TEST_F(StartUp, HasNoNetworkAndNoModeAtFirst) {
   EXPECT_FALSE(IsChecked(Client(), kTrainingMode));
   EXPECT_FALSE(IsChecked(Client(), kRecallMode));
   Click(Client(), kRun);
-  EXPECT_THAT(m_native.boxes,
-              ElementsAre("Select Mode|Select Recall or Training Execution Mode!"));
+  EXPECT_THAT(m_native.boxes, ElementsAre("Select Mode|Select Recall or Training Execution Mode!"));
 }
 
 TEST_F(StartUp, OpensANetworkAndNamesItInTheCaption) {
@@ -181,8 +180,8 @@ TEST_F(StartUp, OpensByCtrlO) {
 
 TEST_F(StartUp, SaysThatTheHelpFileIsMissing) {
   Click(Client(), 108);
-  EXPECT_THAT(m_native.boxes, ElementsAre("Tarn Warning|The help file is missing: " + m_folder /
-                                          "TARN.HLP"));
+  EXPECT_THAT(m_native.boxes,
+              ElementsAre("Tarn Warning|The help file is missing: " + m_folder / "TARN.HLP"));
 }
 
 TEST_F(StartUp, ShowsTheAboutBox) {
