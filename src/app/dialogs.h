@@ -69,10 +69,26 @@ class Dialogs {
   virtual void ShowHelp(HelpTopic topic) = 0;
   // Starts the companion data editor and does not wait for it.
   virtual void StartDataEditor() = 0;
+  // Between true and false the user has to wait: the cursor says so.
+  virtual void ShowBusy(bool busy) = 0;
 
   void Tell(std::string_view caption, std::string_view text) {
     Tell(Message{std::string(caption), std::string(text), MessageIcon::kExclamation});
   }
 };
+
+// Does work that the user has to wait for.
+template <typename Work>
+auto WhileBusy(Dialogs& dialogs, const Work& work) {
+  struct Wait {
+    explicit Wait(Dialogs& shown) : dialogs(shown) { dialogs.ShowBusy(true); }
+    ~Wait() { dialogs.ShowBusy(false); }
+    Wait(const Wait&) = delete;
+    Wait& operator=(const Wait&) = delete;
+    Dialogs& dialogs;
+  };
+  const Wait wait(dialogs);
+  return work();
+}
 
 }  // namespace tarn

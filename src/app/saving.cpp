@@ -17,7 +17,8 @@ namespace {
 
 bool WriteTo(const std::string& path, Session& session, Dialogs& dialogs) {
   const std::string old_name = std::exchange(session.network.file_name, path);
-  const Status written = WriteNetworkFile(path, session.network);
+  const Status written =
+      WhileBusy(dialogs, [&] { return WriteNetworkFile(path, session.network); });
   if (!written.ok()) {
     session.network.file_name = old_name;
     dialogs.Tell(kSaveErrorCaption, written.message());
@@ -45,7 +46,8 @@ bool SaveNetworkAs(Session& session, Dialogs& dialogs) {
 bool SaveSetupAs(Session& session, Dialogs& dialogs) {
   const std::optional<std::string> path = dialogs.ChooseFile(kSaveNetworkQuestion);
   if (!path) return false;
-  const Status saved = SaveSetup(session.network, *path, session.scratch.path());
+  const Status saved =
+      WhileBusy(dialogs, [&] { return SaveSetup(session.network, *path, session.scratch.path()); });
   if (!saved.ok()) {
     dialogs.Tell(kNetworkErrorCaption, saved.message());
     return false;
@@ -67,7 +69,7 @@ bool MayLeave(Session& session, Dialogs& dialogs) {
 void SaveOutputs(const Session& session, Dialogs& dialogs) {
   const std::optional<std::string> path = dialogs.ChooseFile(kSaveOutputsQuestion);
   if (!path) return;
-  const Status written = ExportOutputs(session.network, *path);
+  const Status written = WhileBusy(dialogs, [&] { return ExportOutputs(session.network, *path); });
   if (!written.ok()) dialogs.Tell(kOutputsAbortedCaption, written.message());
 }
 

@@ -114,7 +114,8 @@ void TrainingDesk::SaveOutputsAs() {
 void TrainingDesk::SaveErrorHistoryAs() {
   const std::optional<std::string> path = m_dialogs.ChooseFile(kSaveHistoryQuestion);
   if (!path) return;
-  const Status written = ExportErrorHistory(m_history.path(), *path);
+  const Status written =
+      WhileBusy(m_dialogs, [&] { return ExportErrorHistory(m_history.path(), *path); });
   if (!written.ok()) m_dialogs.Tell(kHistoryAbortedCaption, written.message());
 }
 
@@ -129,16 +130,14 @@ void TrainingDesk::SaveSnapshotAs() {
   }
   const std::optional<std::string> choice = m_dialogs.ChooseSnapshot(iterations);
   if (!choice) return;
-  const RestoreResult result = RestoreSnapshot(m_store.path(), *path, *choice);
+  const RestoreResult result =
+      WhileBusy(m_dialogs, [&] { return RestoreSnapshot(m_store.path(), *path, *choice); });
   if (!result.status.ok()) m_dialogs.Tell(kAutoSaveErrorCaption, result.status.message());
   if (result.iteration == 0) m_dialogs.Tell(kAutoSaveAbortedCaption, kNotRestored);
 }
 
 bool TrainingDesk::StoreSnapshot() {
-  m_view.ShowBusy(true);
-  const bool stored = AppendSnapshot(m_store.path(), m_session.network);
-  m_view.ShowBusy(false);
-  return stored;
+  return WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
 }
 
 void TrainingDesk::Edited() {

@@ -25,8 +25,6 @@ class TrainingView {
   virtual void ShowStatus(std::string_view text) = 0;
   // Figures, options or the state of the run have changed.
   virtual void Changed() = 0;
-  // A snapshot is being written.
-  virtual void ShowBusy(bool busy) = 0;
 };
 
 enum class LearnRateControlState { kOff, kWaiting, kStarted };

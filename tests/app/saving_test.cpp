@@ -30,6 +30,7 @@ TEST_F(Saving, ReplacesTheNetworksOwnFile) {
   EXPECT_TRUE(SaveNetwork(m_session, m_dialogs));
   EXPECT_TRUE(m_session.saved);
   EXPECT_TRUE(m_network.trained);
+  EXPECT_EQ(m_dialogs.busy_log, "+-");
   const std::string after = m_files.Get("/home/nets/test.net").value();
   EXPECT_NE(after, before);
   EXPECT_TRUE(SaveNetwork(m_session, m_dialogs));

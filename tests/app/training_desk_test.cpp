@@ -25,11 +25,9 @@ class RecordingView : public TrainingView {
  public:
   void ShowStatus(std::string_view text) override { statuses.emplace_back(text); }
   void Changed() override { ++changes; }
-  void ShowBusy(bool busy) override { busy_log += busy ? '+' : '-'; }
 
   std::vector<std::string> statuses;
   int changes = 0;
-  std::string busy_log;
 };
 
 // The fixture's network, loaded; 10 patterns, 20 iterations unless a test says otherwise.
@@ -251,7 +249,7 @@ TEST_F(TrainingDeskTest, TrainsOnFromWeightsThatWereResetInTheMidst) {
 TEST_F(TrainingDeskTest, KeepsSnapshotsAndSavesTheOneChosen) {
   SetLine(8, "8 0");
   RunToTheEnd();
-  EXPECT_EQ(m_view.busy_log, "+-+-");
+  EXPECT_EQ(m_dialogs.busy_log, "+-+-");
   m_dialogs.files.push_back("/home/snapshot.net");
   m_dialogs.snapshots.push_back("8");
   Desk().SaveSnapshotAs();
@@ -331,7 +329,7 @@ TEST_F(TrainingDeskTest, TrainsWithoutAStoreWhenNoneCanBeMade) {
     EXPECT_THAT(m_dialogs.told, ElementsAre("Tarn Error|Cannot Create AutoSave File Storage"));
     RunToTheEnd();
     EXPECT_EQ(m_network.iteration, 20);
-    EXPECT_EQ(m_view.busy_log, "");
+    EXPECT_EQ(m_dialogs.busy_log, "");
     Desk().TellPending();
     EXPECT_EQ(m_dialogs.told.back(), "Tarn Error|File Error Writting Error History");
     Desk().TellPending();

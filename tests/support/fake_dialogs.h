@@ -23,6 +23,7 @@ class FakeDialogs : public Dialogs {
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override { help.push_back(topic); }
   void StartDataEditor() override { ++editor_starts; }
+  void ShowBusy(bool busy) override { busy_log += busy ? '+' : '-'; }
 
   // Answers to come; no text is Cancel.
   std::deque<Answer> answers;
@@ -38,6 +39,7 @@ class FakeDialogs : public Dialogs {
   std::vector<std::vector<std::string>> snapshot_lists;
   std::vector<HelpTopic> help;
   int editor_starts = 0;
+  std::string busy_log;  // "+-" for each time that the user had to wait
 };
 
 }  // namespace tarn

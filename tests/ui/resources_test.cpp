@@ -336,5 +336,45 @@ TEST_F(TrainingMenu, StartsStopsAndHelps) {
              {{24341, "&Help", "Tarn Help"}, {0, "", ""}, {24346, "&About...", "About"}});
 }
 
+TEST(Resources, HaveTheRecallWindow) {
+  const Loaded window("RECALL_DLG", "wxPanel");
+  ASSERT_TRUE(window.Exists());
+  for (const int id : {101, 102, 104, 105, 106, 107, 108}) {
+    EXPECT_NE(window.Find<wxStaticText>(id), nullptr) << id;
+  }
+  ExpectTexts(window, {"Network Definition", "Network Layers:", "Input Nodes:", "Output Nodes:",
+                       "Hidden Nodes:", "Connections:", "Recall Patterns:"});
+}
+
+TEST(Resources, HaveTheRecallMenu) {
+  const std::unique_ptr<wxMenuBar> bar(wxXmlResource::Get()->LoadMenuBar("RECALL_MENU"));
+  ASSERT_NE(bar, nullptr);
+  ASSERT_EQ(bar->GetMenuCount(), 4U);
+  ExpectMenu(Popup(*bar, 0, "&File"),
+             {{202, "Save &Outputs/Targets...", "Save Networks and Targets to an ASCII File"},
+              {0, "", ""},
+              {229, "&Restart Tarn", "Return to Tarn Startup Window"},
+              {230, "E&xit", "Exit Tarn"}});
+  ExpectMenu(Popup(*bar, 1, "&NetGraph"),
+             {{218, "&Targets vs Net Outputs...",
+               "Graph the Training Targets against the Network Outputs (scatter format)"},
+              {219, "Targets/&Outputs vs Pattern Sequence...",
+               "Graph the Targets and Network Outputs against the Input Sequence"},
+              {220, "Output Error vs &Pattern Sequence...",
+               "Graph the Error (Targets - Outputs) vs the Input Pattern Sequence"},
+              {222, "&Input Nodes vs Pattern Sequence...",
+               "Graph Input Node Data against the Input Pattern Sequence"}});
+  ExpectMenu(
+      Popup(*bar, 2, "&Info"),
+      {{233, "Network &Information", "Display General Network Information"},
+       {223, "&Network Outputs/Targets", "Display Network Outputs and Targets"},
+       {225, "&Statistics", "Display Statistical Comparison Between Targets and Network Outputs"},
+       {226, "&Tolerance Checking", "Count Cases that are within Tolerance"},
+       {227, "T&hreshold Checking",
+        "Count Correct Predictions for Cases that Exceed Threshold (+/-)"}});
+  ExpectMenu(Popup(*bar, 3, "&Help"),
+             {{24341, "&Help", "Tarn Help"}, {0, "", ""}, {24346, "&About...", "About"}});
+}
+
 }  // namespace
 }  // namespace tarn

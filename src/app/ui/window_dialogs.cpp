@@ -127,6 +127,14 @@ void WindowDialogs::ShowHelp(HelpTopic topic) {
   m_help->Display(static_cast<int>(topic));
 }
 
+void WindowDialogs::ShowBusy(bool busy) {
+  if (busy) {
+    wxBeginBusyCursor();
+  } else {
+    wxEndBusyCursor();
+  }
+}
+
 void WindowDialogs::StartDataEditor() {
   const std::string& path = m_paths.data_editor;
   const wxString program = Wide(path);

@@ -28,6 +28,7 @@ class WindowDialogs : public Dialogs {
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override;
   void StartDataEditor() override;
+  void ShowBusy(bool busy) override;
 
  protected:
   // The system's file dialog, shown once.

@@ -9,7 +9,6 @@
 #include <wx/button.h>
 #include <wx/gauge.h>
 #include <wx/menu.h>
-#include <wx/utils.h>
 
 #include "engine/messages.h"
 #include "engine/training_figures.h"
@@ -163,14 +162,6 @@ void TrainRunDlg::ShowStatus(std::string_view text) {
   if (m_frame.GetStatusBar() == nullptr) return;
   if (m_frame.GetStatusBar()->GetStatusText(kStatusField) == shown) return;
   m_frame.SetStatusText(shown, kStatusField);
-}
-
-void TrainRunDlg::ShowBusy(bool busy) {
-  if (busy) {
-    wxBeginBusyCursor();
-  } else {
-    wxEndBusyCursor();
-  }
 }
 
 void TrainRunDlg::ShowFigures() {

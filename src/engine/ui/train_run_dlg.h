@@ -37,7 +37,6 @@ class TrainRunDlg : public wxPanel, private TrainingView {
   // TrainingView
   void ShowStatus(std::string_view text) override;
   void Changed() override { m_changed = true; }
-  void ShowBusy(bool busy) override;
 
   void OnIdle(wxIdleEvent& event);
   bool DoFileCommand(int command);
