@@ -1,5 +1,5 @@
 // What the training window costs: the same network trained for a while in a plain loop, as the
-// command line does it, and in its window. Needs a display; scripts/bench-window gives it one.
+// command line does it, and in its window. Needs a display; scripts/bench window gives it one.
 
 #include <algorithm>
 #include <array>
@@ -31,8 +31,8 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr int kRounds = 7;
-constexpr std::chrono::milliseconds kTime{1000};
+constexpr int kRounds = 5;
+constexpr std::chrono::milliseconds kTime{1500};
 constexpr int64_t kPlainSliceMs = 50;
 
 struct Workload {
@@ -110,7 +110,9 @@ class Watch : public wxTimer {
     const auto now = steady_clock::now();
     m_longest = std::max(m_longest, std::chrono::duration<double, std::milli>(now - m_last));
     m_last = now;
-    if (now - m_start > kTime) m_loop.Exit();
+    if (now - m_start <= kTime) return;
+    Stop();
+    m_loop.Exit();
   }
   double seconds() const { return std::chrono::duration<double>(m_last - m_start).count(); }
   double longest_ms() const { return m_longest.count(); }

@@ -10,6 +10,14 @@
 #include <wx/xrc/xmlres.h>
 
 namespace tarn {
+namespace {
+
+wxWindow* HelpButton(const wxDialog& dialog) {
+  wxWindow* button = dialog.FindWindow(kHelpId);
+  return button != nullptr ? button : dialog.FindWindow(kTransferHelpId);
+}
+
+}  // namespace
 
 void LoadDialog(wxDialog& dialog, wxWindow* parent, const char* name) {
   if (!wxXmlResource::Get()->LoadDialog(&dialog, parent, name)) {
@@ -18,6 +26,16 @@ void LoadDialog(wxDialog& dialog, wxWindow* parent, const char* name) {
   dialog.SetAffirmativeId(kOkId);
   dialog.SetEscapeId(dialog.FindWindow(kCancelId) != nullptr ? kCancelId : kOkId);
   dialog.CentreOnParent();
+  dialog.Bind(wxEVT_CHAR_HOOK, [&dialog](wxKeyEvent& event) {
+    wxWindow* help = HelpButton(dialog);
+    if (event.GetKeyCode() != WXK_F1 || help == nullptr) {
+      event.Skip();
+      return;
+    }
+    wxCommandEvent press(wxEVT_BUTTON, help->GetId());
+    press.SetEventObject(help);
+    help->ProcessWindowEvent(press);
+  });
 }
 
 void LoadPanel(wxPanel& panel, wxWindow* parent, const char* name) {

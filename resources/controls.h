@@ -15,6 +15,7 @@ namespace tarn {
 inline constexpr int kOkId = 1;
 inline constexpr int kCancelId = 2;
 inline constexpr int kHelpId = 998;
+inline constexpr int kTransferHelpId = 9;  // of the transfer functions
 
 inline wxString Wide(std::string_view text) {
   return wxString::FromUTF8(text.data(), text.size());

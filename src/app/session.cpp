@@ -29,6 +29,12 @@ Status OpenNetwork(Session& session, const std::string& path) {
   return opened;
 }
 
+void TakeUntitled(Session& session, const std::string& path) {
+  session.network = {};
+  session.network.file_name = FullPath(path);
+  EnterFolderOf(session.network.file_name);
+}
+
 void StartNewNetwork(Session& session) {
   session.network = {};
   session.network.file_name = JoinPath(Files().CurrentDirectory(), kUntitledName);

@@ -18,9 +18,13 @@ struct Session {
 };
 
 // The Open command: checks the file and takes its name, from the root on, as the network's.
-// network.trained tells whether it holds weights. The file's folder is the current directory
-// afterwards: relative names of data files are looked up there.
+// network.trained tells whether it holds weights. The folder of a file that can be read is the
+// current directory afterwards: relative names of data files are looked up there. The scratch file
+// of the untitled network is refused without a text.
 Status OpenNetwork(Session& session, const std::string& path);
+
+// Takes the scratch file of an untitled network as the network's, without a look at it.
+void TakeUntitled(Session& session, const std::string& path);
 
 // The New command: the network is the scratch file of the current directory from now on. A file of
 // that name is deleted; reading the setup makes a new one.

@@ -1,6 +1,5 @@
 #include "app/training_desk.h"
 
-#include <algorithm>
 #include <fmt/printf.h>
 #include <limits>
 #include <new>
@@ -15,8 +14,6 @@
 
 namespace tarn {
 namespace {
-
-constexpr int32_t kPatternsCommand = 142;
 
 // An iteration that no run comes to.
 int32_t BehindTheEnd(const Network& network) {
@@ -76,7 +73,7 @@ void TrainingDesk::Start() {
   if (IsUnderWay()) return;
   m_session.saved = false;
   Require(m_run->Start());
-  m_view.ShowStatus(kTrainingStatus);
+  if (IsUnderWay()) m_view.ShowStatus(kTrainingStatus);
   m_view.Changed();
 }
 
@@ -133,7 +130,11 @@ void TrainingDesk::SaveSnapshotAs() {
   const RestoreResult result =
       WhileBusy(m_dialogs, [&] { return RestoreSnapshot(m_store.path(), *path, *choice); });
   if (!result.status.ok()) m_dialogs.Tell(kAutoSaveErrorCaption, result.status.message());
-  if (result.iteration == 0) m_dialogs.Tell(kAutoSaveAbortedCaption, kNotRestored);
+  if (result.iteration == 0) {
+    m_dialogs.Tell(kAutoSaveAbortedCaption, kNotRestored);
+  } else if (*path == m_session.network.file_name) {
+    m_session.saved = false;
+  }
 }
 
 bool TrainingDesk::StoreSnapshot() {
@@ -161,9 +162,8 @@ void TrainingDesk::ToggleLearnRateControl() {
 }
 
 bool TrainingDesk::ChangeOption(int32_t command) {
-  const auto prompts = OptionPrompts();
-  const auto prompt = std::ranges::find(prompts, command, &OptionPrompt::command);
-  if (prompt == prompts.end()) return false;
+  const OptionPrompt* prompt = FindOptionPrompt(command);
+  if (prompt == nullptr) return false;
   Network& network = m_session.network;
   const std::optional<std::string> text =
       m_dialogs.EnterValue(prompt->caption, prompt->prompt, OptionText(*prompt, network));
@@ -173,11 +173,12 @@ bool TrainingDesk::ChangeOption(int32_t command) {
 
 void TrainingDesk::Apply(const OptionPrompt& prompt, const std::string& text) {
   Network& network = m_session.network;
+  const int32_t patterns = network.WeightRate;
   if (const std::optional<Message> message = ApplyOption(prompt, text, network)) {
     m_dialogs.Tell(*message);
     return;
   }
-  if (prompt.command == kPatternsCommand) {
+  if (network.WeightRate != patterns) {
     m_run->SetGroupSize(network.WeightRate > 0 ? network.WeightRate : network.nTrain);
   }
   // More iterations do not switch control on again.

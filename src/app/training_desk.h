@@ -71,7 +71,6 @@ class TrainingDesk : public TrainingObserver {
   std::string LearnRateControlText() const;
   const Network& network() const { return m_session.network; }
   const RunFigures& figures() const { return m_run->figures(); }
-  const std::string& history_path() const { return m_history.path(); }
 
  private:
   // TrainingObserver

@@ -21,7 +21,7 @@ struct Magic {
   int32_t version;
 };
 constexpr std::array<Magic, 4> kMagics = {
-    {{"TARNV1.5", 1}, {kCurrentMagic, 3}, {"TARNV2.", 2}, {"TARNV1.0", 0}}};
+    {{"TARNV1.5", 1}, {kCurrentMagic, kCurrentVersion}, {"TARNV2.", 2}, {"TARNV1.0", 0}}};
 constexpr std::array<Magic, 3> kOpenMagics = {{{"TARNV1.5", 1}, {"TARNV2.", 2}, {"TARNV1", 0}}};
 
 template <size_t count>

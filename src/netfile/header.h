@@ -29,6 +29,9 @@
 
 namespace tarn {
 
+// The version that is written.
+inline constexpr int32_t kCurrentVersion = 3;
+
 // Text lines of the header hold at most this many characters.
 inline constexpr size_t kHeaderLineLimit = 254;
 

@@ -10,6 +10,7 @@
 #include "netfile/find_section.h"
 #include "netfile/header.h"
 #include "netfile/messages.h"
+#include "netfile/weights_section.h"
 
 namespace tarn {
 namespace {
@@ -64,6 +65,27 @@ bool CopySection(TextReader& old_file, std::string_view prefix, const std::strin
   return !old_file.Failed() && part.Commit();
 }
 
+// The weights of the oldest version stand in the file without key lines: they are read and written
+// anew. Those that cannot be read are random at the next load, as they are now.
+bool ConvertWeights(const std::string& old_path, const std::string& path) {
+  Network old;
+  old.file_name = old_path;
+  OutputFile part;
+  if (!part.OpenReplacing(path)) return false;
+  const bool loaded = ReadHeader(old).ok() && CheckShape(old).ok() && AllocateArrays(old).ok();
+  if (loaded && ReadStoredWeights(old)) {
+    WriteWeights(part, old);
+  } else {
+    part.Write("WEIGHTS:RANDOM\n");
+  }
+  return part.Commit();
+}
+
+bool WriteLine(std::string_view line, const std::string& path) {
+  OutputFile part;
+  return part.OpenReplacing(path) && part.Printf("%s\n", line) && part.Commit();
+}
+
 // Writes a triple for every removed connection and counts them; below 0 when they could not be
 // found out or not be written.
 int64_t WriteRemovedConnections(const Network& network, const std::string& scratch_folder,
@@ -106,9 +128,13 @@ Status SaveSetup(Network& network, const std::string& destination,
   const ScratchPart connections(scratch_folder, "~tarn.cnx");
   TextReader old_file;
   if (!old_file.Open(network.file_name)) return Status::Failure(kSetupSaveNoOldFile);
-  const bool copied = CopySection(old_file, "WEIGHTS:", weights.path()) &&
-                      CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
-                      CopySection(old_file, "NORMALIZE:", limits.path());
+  const bool oldest = network.version == 0 && FindSection(old_file, "WEIGHTS:").empty();
+  const bool copied = oldest ? ConvertWeights(network.file_name, weights.path()) &&
+                                   WriteLine("TESTPATTERNS:COMPUTE", patterns.path()) &&
+                                   WriteLine("NORMALIZE:NONE", limits.path())
+                             : CopySection(old_file, "WEIGHTS:", weights.path()) &&
+                                   CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
+                                   CopySection(old_file, "NORMALIZE:", limits.path());
   old_file.Close();
   if (!copied) return Status::Failure(kSetupSaveFailed);
   const int64_t removed = WriteRemovedConnections(network, scratch_folder, connections.path());
@@ -119,6 +145,7 @@ Status SaveSetup(Network& network, const std::string& destination,
     return Status::Failure(kSetupSaveFailed);
   }
   network.connections_edited.fill(false);
+  network.version = kCurrentVersion;
   return {};
 }
 

@@ -57,15 +57,21 @@ Found ReadOld(TextReader& file, Network& network) {
   return stopped ? Found::kWeights : Found::kNothing;
 }
 
+Found Read(Network& network) {
+  TextReader file;
+  if (!file.Open(network.file_name)) return Found::kNothing;
+  return network.version == 0 ? ReadOld(file, network) : ReadCurrent(file, network);
+}
+
 }  // namespace
+
+bool ReadStoredWeights(Network& network) {
+  return Read(network) == Found::kWeights;
+}
 
 Status ReadWeights(Network& network, uint32_t seed) {
   const bool old = network.version == 0;
-  TextReader file;
-  Found found = Found::kNothing;
-  if (file.Open(network.file_name)) {
-    found = old ? ReadOld(file, network) : ReadCurrent(file, network);
-  }
+  const Found found = Read(network);
   if (found == Found::kWeights) return {};
   InitializeRandomWeights(network, seed);
   if (found == Found::kRandom) return {};

@@ -21,6 +21,10 @@ namespace tarn {
 // from `seed`, and random_weights is set.
 Status ReadWeights(Network& network, uint32_t seed);
 
+// The same, but false, with what was read so far in the record, when the file holds no weights, or
+// none that fit it.
+bool ReadStoredWeights(Network& network);
+
 bool WriteWeights(OutputFile& file, const Network& network);
 
 }  // namespace tarn

@@ -5,6 +5,10 @@
 
 namespace tarn {
 
+// Characters that an edit of a dialog holds.
+inline constexpr size_t kEditLimit = 39;
+inline constexpr size_t kDesignEditLimit = 79;  // in the network design
+
 // What a dialog reads of an edit: the first `characters` of its text. A character is a code
 // point, and never cut.
 std::string_view EditText(std::string_view text, size_t characters);

@@ -12,8 +12,6 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kTextLimit = 79;
-
 constexpr bool IsLayerCount(int32_t count) {
   return count >= kMinLayers && count <= kMaxLayers;
 }
@@ -44,14 +42,14 @@ class FieldCheck {
   void Refuse(std::string_view text, int edit) { m_result.Refuse(kNetworkDesignError, text, edit); }
 
   void StoreName() {
-    const std::string_view name = LineText(EditText(m_draft.name, kTextLimit));
+    const std::string_view name = LineText(EditText(m_draft.name, kDesignEditLimit));
     if (!name.empty()) m_network.NetName = name;
   }
 
   // Everything behind it indexes by the layer count, so an empty field is only skipped when
   // the network's own count will do.
   void StoreLayerCount() {
-    const std::string_view text = EditText(m_draft.layer_count, kTextLimit);
+    const std::string_view text = EditText(m_draft.layer_count, kDesignEditLimit);
     if (text.empty() && IsLayerCount(m_network.nLayers)) return;
     const int32_t count = ToInt(text);
     m_network.nLayers = IsLayerCount(count) ? count : kMinLayers;
@@ -59,7 +57,7 @@ class FieldCheck {
   }
 
   void StoreCount(std::string_view field, int32_t& nodes, std::string_view message, int edit) {
-    const std::string_view text = EditText(field, kTextLimit);
+    const std::string_view text = EditText(field, kDesignEditLimit);
     if (text.empty()) return;
     const int32_t count = ToInt(text);
     if (count > 0) {
@@ -78,7 +76,7 @@ class FieldCheck {
 
   void StoreHidden(int32_t k) {
     const auto layer = static_cast<size_t>(k);
-    const std::string_view text = EditText(m_draft.hidden_nodes[layer - 1], kTextLimit);
+    const std::string_view text = EditText(m_draft.hidden_nodes[layer - 1], kDesignEditLimit);
     const bool existed = k < m_draft.loaded_layers - 1;
     if (text.empty() && existed) return;
     const int32_t count = ToInt(text);
@@ -143,7 +141,7 @@ DraftResult NetDesignDraft::Apply(Network& network) const {
 }
 
 LayerRequest NetDesignDraft::TransferFunctionsOfOutput() const {
-  const int32_t count = ToInt(EditText(layer_count, kTextLimit));
+  const int32_t count = ToInt(EditText(layer_count, kDesignEditLimit));
   if (IsLayerCount(count)) return {{}, count - 1};
   DraftResult result;
   result.Refuse(kNetworkDesignError, kLayerCountOutOfRange);

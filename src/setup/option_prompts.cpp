@@ -13,8 +13,6 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kTextLimit = 39;
-
 // The field behind a prompt: one of the two, and its range.
 struct Field {
   float Network::*real = nullptr;
@@ -100,8 +98,9 @@ std::span<const OptionPrompt> OptionPrompts() {
   return kPrompts;
 }
 
-const OptionPrompt& FindOptionPrompt(int32_t command) {
-  return *std::ranges::find(kPrompts, command, &OptionPrompt::command);
+const OptionPrompt* FindOptionPrompt(int32_t command) {
+  const auto* prompt = std::ranges::find(kPrompts, command, &OptionPrompt::command);
+  return prompt != kPrompts.end() ? prompt : nullptr;
 }
 
 std::string OptionText(const OptionPrompt& prompt, const Network& network) {
@@ -113,7 +112,7 @@ std::string OptionText(const OptionPrompt& prompt, const Network& network) {
 std::optional<Message> ApplyOption(const OptionPrompt& prompt, std::string_view text,
                                    Network& network) {
   const Field& field = FieldOf(prompt);
-  const std::string_view read = EditText(text, kTextLimit);
+  const std::string_view read = EditText(text, kEditLimit);
   const bool stored = field.whole != nullptr ? Store(read, field, network.*field.whole)
                                              : Store(read, field, network.*field.real);
   if (stored) return std::nullopt;

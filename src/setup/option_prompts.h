@@ -23,8 +23,8 @@ struct OptionPrompt {
 
 // All of them, in the order of the menu.
 std::span<const OptionPrompt> OptionPrompts();
-// By its command, which is one of them.
-const OptionPrompt& FindOptionPrompt(int32_t command);
+// By its command; null when it is none of them.
+const OptionPrompt* FindOptionPrompt(int32_t command);
 
 // The value that the dialog opens with.
 std::string OptionText(const OptionPrompt& prompt, const Network& network);

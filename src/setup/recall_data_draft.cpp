@@ -11,11 +11,9 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kTextLimit = 39;
-
 // 0, which is no column, for an empty field.
 int32_t Convert(const std::string& field) {
-  return ToInt(EditText(field, kTextLimit));
+  return ToInt(EditText(field, kEditLimit));
 }
 
 void StoreTargets(const std::string& path, Network& network, DraftResult& result) {

@@ -12,10 +12,8 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kTextLimit = 39;
-
 int32_t Convert(const std::string& field) {
-  return ToInt(EditText(field, kTextLimit));
+  return ToInt(EditText(field, kEditLimit));
 }
 
 void StoreTestCases(const std::string& field, Network& network, DraftResult& result) {

@@ -11,7 +11,6 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kTextLimit = 39;
 constexpr float kLargestFastProp = 3.0F;
 
 bool IsFastProp(float value) {
@@ -31,7 +30,7 @@ bool IsNotNegative(int32_t value) {
 }
 
 std::string_view Read(const std::string& field) {
-  return EditText(field, kTextLimit);
+  return EditText(field, kEditLimit);
 }
 
 void Convert(const std::string& field, float& value) {

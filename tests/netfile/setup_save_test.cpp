@@ -103,6 +103,41 @@ TEST_F(SetupSave, WritesALoneKeyLineForASectionThatIsMissing) {
   EXPECT_EQ(SavedOver(""), "WEIGHTS:\nCONNECTIONS:FULL\nTESTPATTERNS:\nNORMALIZE:\n");
 }
 
+// The oldest version: no transfer functions, five rates, a test range, and weights without a key.
+std::string OldestHeader() {
+  return "TARNV1.0\nOld\n3\n2 2 1\n0 0.5 0.001 0.3 0.8\n100\n50 5\n0\nnone\n1\n0 0\nnone\n1\n"
+         "0 0\n";
+}
+
+TEST_F(SetupSave, CarriesTheWeightsOfTheOldestVersionOver) {
+  m_files.Put("/home/a.net",
+              OldestHeader() + "-20000\n0.1 0.2 0.3\n0.4 0.5 0.6\n0.7 0.8 0.9\n-20000\n");
+  ASSERT_TRUE(ReadHeader(m_network).ok());
+  m_network.Eta = 0.25F;
+  ASSERT_EQ(SaveSetup(m_network, "/home/a.net", "/scratch").message(), "");
+  const std::string text = Get("/home/a.net");
+  EXPECT_TRUE(text.ends_with(kWeights + "CONNECTIONS:FULL\nTESTPATTERNS:COMPUTE\nNORMALIZE:NONE\n"))
+      << text;
+  EXPECT_EQ(m_network.version, 3);
+  EXPECT_EQ(m_network.Eta, 0.25F);
+  Network reread;
+  reread.file_name = "/home/a.net";
+  EXPECT_EQ(ReadHeader(reread).message(), "");
+}
+
+TEST_F(SetupSave, LeavesTheOldestVersionRandomWhereItIs) {
+  for (const char* weights : {"RANDOM\n", "-20000\n0.1 0.2\n-20000\n", ""}) {
+    m_files.Put("/home/a.net", OldestHeader() + weights);
+    ASSERT_TRUE(ReadHeader(m_network).ok());
+    ASSERT_EQ(SaveSetup(m_network, "/home/a.net", "/scratch").message(), "");
+    EXPECT_TRUE(
+        Get("/home/a.net")
+            .ends_with(
+                "0 0\nWEIGHTS:RANDOM\nCONNECTIONS:FULL\nTESTPATTERNS:COMPUTE\nNORMALIZE:NONE\n"))
+        << weights;
+  }
+}
+
 TEST_F(SetupSave, CopiesASectionWithoutEndToTheEndOfTheFile) {
   const std::string open_end = "NORMALIZE:READ\nINPUTS\n1.0\n";
   EXPECT_EQ(SavedOver(kWeights + kPatterns + open_end),

@@ -26,10 +26,10 @@ class OptionPromptsTest : public testing::Test {
     m_network.WeightRate = 7;
   }
 
-  std::string Text(int32_t command) { return OptionText(FindOptionPrompt(command), m_network); }
+  std::string Text(int32_t command) { return OptionText(*FindOptionPrompt(command), m_network); }
   // What the user is told; empty when the value is stored.
   std::string Apply(int32_t command, const std::string& text) {
-    const std::optional<Message> message = ApplyOption(FindOptionPrompt(command), text, m_network);
+    const std::optional<Message> message = ApplyOption(*FindOptionPrompt(command), text, m_network);
     return message ? message->text : "";
   }
 

@@ -6,7 +6,11 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 
+#include "engine/network.h"
 #include "resources/controls.h"
+#include "setup/ui/trans_dlg.h"
+#include "setup/ui/trn_param_dlg.h"
+#include "support/fake_dialogs.h"
 
 namespace tarn {
 namespace {
@@ -126,6 +130,18 @@ TEST(FakeDialogs, FailTheTestWhenAnAnswerIsMissing) {
                           "no answer to Select Input Node Data");
   EXPECT_NONFATAL_FAILURE((void)dialogs.EnterValue("a", "b", "c"), "no answer to a|b|c");
   EXPECT_THAT(dialogs.told, IsEmpty());
+}
+
+TEST(Dialogs, OpenTheirHelpByF1) {
+  FakeDialogs dialogs;
+  int32_t code = kSigmoid;
+  TransDlg transfer(nullptr, code, dialogs);
+  RunModal(transfer, {[] { Press(WXK_F1); }, [] { Click(*TopDialog(), kCancelId); }});
+  Network network;
+  TrnParamDlg parameters(nullptr, network, dialogs);
+  RunModal(parameters, {[] { Press(WXK_F1); }, [] { Click(*TopDialog(), kCancelId); }});
+  EXPECT_THAT(dialogs.help,
+              testing::ElementsAre(HelpTopic::kNetworkDesign, HelpTopic::kTrainingParameters));
 }
 
 }  // namespace

@@ -68,6 +68,18 @@ TEST_F(Leaving, StaysWhenTheUserCancels) {
   EXPECT_EQ(Text(207), "1500");
 }
 
+TEST_F(Leaving, AsksForANameForTheUntitledNetwork) {
+  TrainIris();
+  m_session->network.file_name = m_folder / "UNTITLED.NE_";
+  m_native.answers = {wxID_YES, wxID_YES};
+  m_dialogs->files = {"", m_folder / "named.net"};
+  Choose(kExit);
+  EXPECT_TRUE(FrameIsOpen()) << "no name was given";
+  Choose(kExit);
+  Until([this] { return !FrameIsOpen(); });
+  EXPECT_TRUE(std::filesystem::exists(m_folder / "named.net"));
+}
+
 TEST_F(Leaving, AsksNothingAfterASave) {
   TrainIris();
   Choose(kSave);

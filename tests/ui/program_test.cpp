@@ -24,6 +24,7 @@ TEST(Program, StartsWithoutAWord) {
   EXPECT_EQ(RunProgram(folder, ""), "");
 }
 
+// Opening a network enters its folder.
 TEST(Program, OpensTheFileThatIsNamed) {
   const TempFolder folder;
   for (const char* file : {"/xor.net", "/xor.txt"}) {

@@ -213,7 +213,7 @@ TEST(Resources, HaveTheAutoSaveSelection) {
 TEST(Resources, HaveTheTrainingWindow) {
   const Loaded window("TRAIN_DLG", "wxPanel");
   ASSERT_TRUE(window.Exists());
-  ExpectControls<wxButton>(window, {{215, "&Start"}, {216, "&Halt"}, {217, "S&top"}});
+  ExpectControls<wxButton>(window, {{215, "&Start"}, {216, "H&alt"}, {217, "Sto&p"}});
 }
 
 struct Item {

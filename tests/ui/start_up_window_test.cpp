@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 #include <string>
 #include <vector>
 #include <wx/dnd.h>
@@ -75,12 +76,19 @@ TEST_F(StartUp, RefusesFilesThatAreNoNetworks) {
   OpenByDialog(m_folder / "iris.net");
   OpenByDialog(m_folder / "none.net");
   OpenByDialog(m_folder / "iris.txt");
-  WriteFile(m_folder / "Untitled.NE_", "TARNV2.1\n");
-  OpenByDialog(m_folder / "Untitled.NE_");
   EXPECT_THAT(m_native.boxes,
               ElementsAre(m_folder / "none.net" + "|File Not Found!",
                           m_folder / "iris.txt" + "|Not a valid Tarn Network Definition File!"));
   EXPECT_EQ(Caption(), "Tarn - " + m_folder / "iris.net");
+}
+
+TEST_F(StartUp, TakesTheScratchFileOfANewNetworkWithoutALook) {
+  WriteFile(m_folder / "Untitled.NE_", "");
+  OpenByDialog(m_folder / "Untitled.NE_");
+  EXPECT_THAT(m_native.boxes, IsEmpty());
+  EXPECT_EQ(Caption(), "Tarn - UNTITLED");
+  EXPECT_EQ(m_session->network.file_name, m_folder / "Untitled.NE_");
+  EXPECT_FALSE(m_session->network.trained);
 }
 
 TEST_F(StartUp, RefusesRecallOfANetworkWithoutWeights) {
@@ -129,7 +137,17 @@ TEST_F(StartUp, TellsWhyANetworkCannotBeLoaded) {
               ElementsAre("Tarn Error|Invalid Input Node Training File - iris.txt"));
   EXPECT_TRUE(Client().IsEnabled());
   EXPECT_FALSE(wxIsBusy());
-  Click(Client(), kRecallMode);
+  Until([] { return FocusedId() == kRun; });
+}
+
+TEST_F(StartUp, ClosesInTheMidstOfALoad) {
+  OpenByDialog(m_folder / "iris.net");
+  Click(Client(), kTrainingMode);
+  RunWhile([this] { Click(Client(), kRun); }, {[] { Click(*TopDialog(), kOkId); }});
+  EXPECT_TRUE(wxIsBusy()) << "the load has begun";
+  Frame().Close();
+  Until([this] { return !FrameIsOpen(); });
+  EXPECT_FALSE(wxIsBusy());
 }
 
 TEST_F(StartUp, WarnsOfFallbacksAndTrainsAllTheSame) {
@@ -156,6 +174,55 @@ TEST_F(StartUp, EndsWithBothMessagesWhenMemoryRunsOut) {
                                           "Tarn Error|FATAL - Aborting Session!"));
   EXPECT_EQ(ReadFile(m_folder / "huge.net"), text);
   EXPECT_FALSE(std::filesystem::exists(m_session->scratch.path()));
+}
+
+TEST_F(StartUp, EndsWhenMemoryRunsOutInAnyEvent) {
+  auto& app = dynamic_cast<TestApp&>(*wxTheApp);
+  const int ends = app.ends();
+  Frame().Bind(
+      wxEVT_MENU, [](wxCommandEvent&) { throw std::bad_alloc(); }, 9999);
+  wxCommandEvent event(wxEVT_MENU, 9999);
+  Frame().ProcessWindowEvent(event);
+  EXPECT_EQ(app.ends(), ends + 1);
+  EXPECT_EQ(m_native.boxes.size(), 2U);
+  Frame().ProcessWindowEvent(event);
+  EXPECT_EQ(app.ends(), ends + 2) << "at once";
+  EXPECT_EQ(m_native.boxes.size(), 2U);
+}
+
+TEST_F(StartUp, EndsWhenMemoryRunsOutBetweenEvents) {
+  auto& app = dynamic_cast<TestApp&>(*wxTheApp);
+  const int ends = app.ends();
+  try {
+    throw std::bad_alloc();
+  } catch (...) {
+    app.OnUnhandledException();
+  }
+  EXPECT_EQ(app.ends(), ends + 1);
+  EXPECT_EQ(m_native.boxes.size(), 2U);
+}
+
+TEST_F(StartUp, LetsNoFileDropThroughADialog) {
+  OpenByDialog(m_folder / "iris.net");
+  auto* target = dynamic_cast<wxFileDropTarget*>(Client().GetDropTarget());
+  wxArrayString files;
+  files.Add(Wide(m_folder / "xor.net"));
+  Click(Client(), kTrainingMode);
+  std::vector<Step> steps = {[&] { target->OnDropFiles(1, 1, files); }};
+  for (int turn = 0; turn < 5; ++turn) steps.emplace_back([] {});
+  steps.emplace_back([] { Click(*TopDialog(), kCancelId); });
+  RunWhile([this] { Click(Client(), kRun); }, steps);
+  EXPECT_EQ(m_session->network.file_name, m_folder / "iris.net");
+}
+
+TEST_F(StartUp, EndsItsDialogsWhenItHasToClose) {
+  OpenByDialog(m_folder / "iris.net");
+  Click(Client(), kTrainingMode);
+  RunWhile([this] { Click(Client(), kRun); },
+           {[] { Click(*TopDialog(), 101); },
+            [this] { EXPECT_FALSE(Frame().Close()) << "it stays while it may"; },
+            [this] { Frame().Close(true); }});
+  Until([this] { return !FrameIsOpen(); });
 }
 
 TEST_F(StartUp, OpensAFileThatIsDropped) {

@@ -178,14 +178,14 @@ TEST_F(TrainingWindow, HaltsResumesStopsAndStartsAgain) {
   EXPECT_THAT(commands(), ElementsAre(false, true));
   Until([&] { return network.iteration > 10; });
   Click(Client(), 216);
-  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "&Resume");
+  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "R&esume");
   EXPECT_EQ(StatusText(), "NOTICE!");
   const int32_t halted = network.iteration;
   Until([this] { return StatusText() == "Network Training Halted"; });
   EXPECT_EQ(network.iteration, halted);
   EXPECT_THAT(buttons(), ElementsAre(false, true, true));
   Click(Client(), 216);
-  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "&Halt");
+  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "H&alt");
   EXPECT_EQ(StatusText(), "Network Training");
   Until([&] { return network.iteration > halted + 10; });
   Click(Client(), 217);
@@ -197,7 +197,7 @@ TEST_F(TrainingWindow, HaltsResumesStopsAndStartsAgain) {
   Click(Client(), 216);
   Click(Client(), 217);
   EXPECT_THAT(buttons(), ElementsAre(true, false, false));
-  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "&Halt");
+  EXPECT_EQ(Client().FindWindow(216)->GetLabel(), "H&alt");
 }
 
 TEST_F(TrainingWindow, KeepsTheKeyboardOnItsButtons) {
@@ -300,6 +300,20 @@ TEST_F(TrainingWindow, AsksBeforeANameThatWasCompletedReplacesAFile) {
               ElementsAre("Save Network As...|" + m_folder / "old.net" + " exists. Replace it?",
                           "Save Network As...|" + m_folder / "old.net" + " exists. Replace it?"));
   EXPECT_TRUE(ReadFile(m_folder / "old.net").starts_with("TARNV2.1\n"));
+}
+
+TEST_F(TrainingWindow, GivesEveryUnderlinedLetterOnce) {
+  OpenForTraining("iris.net");
+  std::string letters;
+  const wxMenuBar& menu = *Frame().GetMenuBar();
+  for (size_t i = 0; i < menu.GetMenuCount(); ++i) {
+    letters += Utf8(menu.GetMenuLabel(i).AfterFirst('&').Left(1).Lower());
+  }
+  for (const int id : {215, 216, 217}) {
+    letters += Utf8(Client().FindWindow(id)->GetLabel().AfterFirst('&').Left(1).Lower());
+  }
+  std::ranges::sort(letters);
+  EXPECT_EQ(std::ranges::adjacent_find(letters), letters.end()) << letters;
 }
 
 TEST_F(TrainingWindow, HasHelpAndAbout) {

@@ -61,13 +61,33 @@ TEST_F(SystemDialogs, SayThatTheDataEditorIsMissing) {
                           m_paths.data_editor));
 }
 
-TEST_F(SystemDialogs, StartTheDataEditorAndDoNotWait) {
+TEST_F(SystemDialogs, StartTheDataEditorInTheFolderOfTheStartAndDoNotWait) {
+  std::filesystem::create_directory(m_folder / "elsewhere");
+  std::filesystem::current_path(m_folder / "elsewhere");
   WriteFile(m_paths.data_editor, "#!/bin/sh\nsleep 1\necho iris.txt > TABULO.TBI\n");
   std::filesystem::permissions(m_paths.data_editor, std::filesystem::perms::owner_all);
   m_system.StartDataEditor();
   EXPECT_FALSE(std::filesystem::exists(m_paths.hand_over));
   EXPECT_THAT(m_native.boxes, IsEmpty());
   Until([this] { return std::filesystem::exists(m_paths.hand_over); });
+}
+
+// A book as small as can be.
+TEST_F(SystemDialogs, OpenTheHelpFileAgainAndAgain) {
+  WriteFile(m_folder / "page.htm", "<html><body>Words</body></html>");
+  WriteFile(m_folder / "toc.hhc",
+            "<ul><li><object type=\"text/sitemap\"><param name=\"Name\" value=\"Start\">"
+            "<param name=\"Local\" value=\"page.htm\"><param name=\"ID\" value=4></object></ul>");
+  WriteFile(m_folder / "TARN.HLP",
+            "[OPTIONS]\nContents file=toc.hhc\nTitle=Tarn\nDefault topic=page.htm\n");
+  for (int i = 0; i < 2; ++i) {
+    m_system.ShowHelp(HelpTopic::kStartUp);
+    wxWindow* book = wxFindWindowByLabel("Help: Tarn");
+    ASSERT_NE(book, nullptr);
+    book->Close(true);
+    Until([] { return wxFindWindowByLabel("Help: Tarn") == nullptr; });
+  }
+  EXPECT_THAT(m_native.boxes, IsEmpty());
 }
 
 }  // namespace

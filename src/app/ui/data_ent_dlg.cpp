@@ -3,13 +3,13 @@
 #include <wx/textctrl.h>
 
 #include "resources/controls.h"
+#include "setup/edit_text.h"
 
 namespace tarn {
 namespace {
 
 constexpr int kValueEdit = 101;
 constexpr int kPromptText = 102;
-constexpr unsigned kLongestValue = 39;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ DataEntDlg::DataEntDlg(wxWindow* parent, std::string_view caption, std::string_v
   SetTitle(Wide(caption));
   SetText(*this, kPromptText, prompt);
   SetText(*this, kValueEdit, text);
-  Control<wxTextCtrl>(*this, kValueEdit).SetMaxLength(kLongestValue);
+  Control<wxTextCtrl>(*this, kValueEdit).SetMaxLength(kEditLimit);
   Fit();
   CentreOnParent();
   FocusEdit(*this, kValueEdit);

@@ -13,6 +13,7 @@
 #include "app/saving.h"
 #include "app/ui/about_dlg.h"
 #include "app/ui/messages.h"
+#include "app/ui/opened.h"
 #include "app/ui/recall_run_dlg.h"
 #include "app/ui/window_dialogs.h"
 #include "base/paths.h"
@@ -52,8 +53,15 @@ constexpr std::array kWithoutWindow = {116, 144, 148, 121, 145, 149, 117, 118, 1
                                        122, 131, 146, 132, 133, 123, 124, 125, 126, 127,
                                        128, 218, 219, 220, 222, 233, 223, 225, 226, 227};
 
+// False when no modal dialog of our own is open.
+bool EndInnermostDialog() {
+  auto* dialog = dynamic_cast<wxDialog*>(DialogParent());
+  if (dialog != nullptr) dialog->EndModal(kCancelId);
+  return dialog != nullptr;
+}
+
 bool IsOnADisplay(const wxPoint& position) {
-  return position.x >= 0 && position.y >= 0 && wxDisplay::GetFromPoint(position) != wxNOT_FOUND;
+  return wxDisplay::GetFromPoint(position) != wxNOT_FOUND;
 }
 
 }  // namespace
@@ -92,6 +100,9 @@ TMain::~TMain() {
 }
 
 void TMain::EndOutOfMemory() {
+  // Once: the messages themselves may find no memory.
+  if (std::exchange(m_out_of_memory, true)) return;
+  if (m_loader != nullptr) EndLoad();
   if (m_training != nullptr) m_training->Abandon();
   m_dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
   m_dialogs.Tell(kTarnErrorCaption, kAborting);
@@ -111,11 +122,15 @@ void TMain::Open() {
 }
 
 void TMain::OpenFile(const std::string& path) {
-  if (m_start_up == nullptr || m_loader != nullptr) return;
+  if (m_start_up == nullptr || !IsFree()) return;
+  if (IsUntitled(path)) {
+    TakeUntitled(m_session, path);
+    UpdateCaption();
+    return;
+  }
   const Status opened = OpenNetwork(m_session, path);
-  // The scratch file of the untitled network is refused without a word.
-  if (!opened.ok() && !opened.message().empty()) m_dialogs.Tell(path, opened.message());
-  if (!m_session.network.file_name.empty()) UpdateCaption();
+  if (!opened.ok()) m_dialogs.Tell(path, opened.message());
+  UpdateCaption();
 }
 
 void TMain::Run(RunMode mode) {
@@ -132,17 +147,23 @@ void TMain::SetUpTraining() {
   m_session.network.mode = Mode::kTraining;
   m_session.network.RecallTargets = true;
   TrnSetupDlg setup(this, m_session, m_dialogs, m_paths, [this] { UpdateCaption(); });
-  if (setup.ShowModal() == kOkId) BeginLoad(NetworkLoader::Kind::kEdited, setup.stored_shape());
+  if (ShowModal(setup) == kOkId) BeginLoad(NetworkLoader::Kind::kEdited, setup.stored_shape());
 }
 
 void TMain::SetUpRecall() {
   m_session.network.mode = Mode::kRecall;
   RecDataDlg data(this, m_session.network, m_dialogs, m_paths);
-  if (data.ShowModal() == kOkId) BeginLoad(NetworkLoader::Kind::kRecall, {});
+  if (ShowModal(data) == kOkId) BeginLoad(NetworkLoader::Kind::kRecall, {});
 }
 
 void TMain::About() {
-  AboutDlg(this).ShowModal();
+  AboutDlg about(this);
+  ShowModal(about);
+}
+
+int TMain::ShowModal(wxDialog& dialog) {
+  const Opened opened(m_open_dialogs);
+  return dialog.ShowModal();
 }
 
 void TMain::BeginLoad(NetworkLoader::Kind kind, const NetworkShape& stored) {
@@ -172,6 +193,7 @@ void TMain::LoadOneStep() {
   for (const std::string& notice : m_notices) m_dialogs.Tell(kTarnWarningCaption, notice);
   if (!done.ok()) {
     m_dialogs.Tell(kTarnErrorCaption, done.message());
+    m_start_up->FocusRun();
   } else if (m_load_kind == NetworkLoader::Kind::kRecall) {
     ShowRecall();
   } else {
@@ -260,8 +282,13 @@ void TMain::UpdateCaption() {
   if (Utf8(GetTitle()) != caption) SetTitle(Wide(caption));
 }
 
+bool TMain::IsFree() const {
+  return m_loader == nullptr && m_open_dialogs == 0 && !m_dialogs.IsAsking();
+}
+
 void TMain::OnIdle(wxIdleEvent& event) {
   event.Skip();
+  if (m_close_forced && !EndInnermostDialog() && IsFree()) Close(true);
   if (m_loader == nullptr) return;
   LoadOneStep();
   event.RequestMore();
@@ -270,7 +297,7 @@ void TMain::OnIdle(wxIdleEvent& event) {
 void TMain::OnMenu(wxCommandEvent& event) {
   switch (event.GetId()) {
     case kOpenKey:
-      if (m_start_up != nullptr) Open();
+      if (m_start_up != nullptr && IsFree()) Open();
       break;
     case kTrainRestart:
     case kRecallRestart:
@@ -303,13 +330,18 @@ void TMain::ShowHelp() {
 }
 
 void TMain::OnClose(wxCloseEvent& event) {
-  const bool dialog_open = DialogParent() != this;
-  if (event.CanVeto() && (dialog_open || !MayLeaveClient())) {
+  if (m_loader != nullptr) EndLoad();
+  if (event.CanVeto() && (!IsFree() || !MayLeaveClient())) {
     event.Veto();
     return;
   }
   if (m_training != nullptr) m_training->StopTraining();
-  if (m_loader != nullptr) EndLoad();
+  if (!IsFree()) {
+    // The dialogs are in the midst of their loops: they end first, one by one.
+    m_close_forced = true;
+    wxWakeUpIdle();
+    return;
+  }
   RememberGeometry();
   Destroy();
 }

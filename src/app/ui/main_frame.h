@@ -45,6 +45,7 @@ class TMain : public wxFrame {
   void SetUpTraining();
   void SetUpRecall();
   void About();
+  int ShowModal(wxDialog& dialog);
   void ShowHelp();
 
   void BeginLoad(NetworkLoader::Kind kind, const NetworkShape& stored);
@@ -59,6 +60,8 @@ class TMain : public wxFrame {
   void RememberGeometry();
   void UpdateCaption();
 
+  // Nothing is loaded, and no dialog waits for an answer.
+  bool IsFree() const;
   void OnIdle(wxIdleEvent& event);
   void OnMenu(wxCommandEvent& event);
   void OnClose(wxCloseEvent& event);
@@ -77,6 +80,9 @@ class TMain : public wxFrame {
   StartUpWindow* m_start_up = nullptr;
   TrainRunDlg* m_training = nullptr;
   bool m_iconized = false;
+  bool m_out_of_memory = false;
+  int m_open_dialogs = 0;       // of its own
+  bool m_close_forced = false;  // as soon as the dialogs that are open have ended
 
   // While a network is loaded.
   std::unique_ptr<NetworkLoader> m_loader;

@@ -62,6 +62,10 @@ RunMode StartUpWindow::Mode() const {
   return IsChecked(*this, kRecallRadio) ? RunMode::kRecall : RunMode::kNone;
 }
 
+void StartUpWindow::FocusRun() {
+  Control(*this, kRunButton).SetFocus();
+}
+
 void StartUpWindow::SelectMode(RunMode mode) {
   int radio = kNoneRadio;
   if (mode == RunMode::kTraining) radio = kTrainingRadio;

@@ -26,6 +26,7 @@ class StartUpWindow : public wxPanel {
 
   RunMode Mode() const;
   void SelectMode(RunMode mode);
+  void FocusRun();
 
  private:
   StartUpActions m_actions;

@@ -71,6 +71,24 @@ void TTarnApp::CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
   }
 }
 
+// What no event handler of ours stands around: calls that were put off, for one.
+bool TTarnApp::OnExceptionInMainLoop() {
+  EndIfOutOfMemory();
+  return true;
+}
+
+void TTarnApp::OnUnhandledException() {
+  EndIfOutOfMemory();
+}
+
+void TTarnApp::EndIfOutOfMemory() {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+    EndOutOfMemory();
+  }
+}
+
 // The user may stay as long as the system lets the program object.
 void TTarnApp::OnSessionEnd(wxCloseEvent& event) {
   wxWindow* top = GetTopWindow();

@@ -27,6 +27,8 @@ class TTarnApp : public wxApp {
   // Memory can run out in any event; the program is ended in order then.
   void CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
                         wxEvent& event) const override;
+  bool OnExceptionInMainLoop() override;
+  void OnUnhandledException() override;
 
  protected:
   // At once: windows may be in the midst of an event.
@@ -34,6 +36,7 @@ class TTarnApp : public wxApp {
 
  private:
   void EndOutOfMemory();
+  void EndIfOutOfMemory();
   void OnSessionEnd(wxCloseEvent& event);
 
   std::unique_ptr<ApplicationPaths> m_paths;

@@ -11,6 +11,7 @@
 #include "app/messages.h"
 #include "app/ui/data_ent_dlg.h"
 #include "app/ui/messages.h"
+#include "app/ui/opened.h"
 #include "engine/ui/auto_save_dlg.h"
 #include "resources/controls.h"
 #include "setup/messages.h"
@@ -28,12 +29,6 @@ long IconStyle(MessageIcon icon) {
       break;
   }
   return wxICON_NONE;
-}
-
-int ShowBox(const Message& message, long style) {
-  wxMessageDialog box(DialogParent(), Wide(message.text), Wide(message.caption),
-                      style | IconStyle(message.icon) | wxCENTRE);
-  return box.ShowModal();
 }
 
 bool ReplacesUnasked(const std::string& chosen, const std::string& path) {
@@ -62,6 +57,13 @@ std::string WithExtension(const std::string& path, std::string_view extension) {
   return name.HasExt() ? path : path + std::string(extension);
 }
 
+int WindowDialogs::ShowBox(const Message& message, long style) {
+  const Opened opened(m_open);
+  wxMessageDialog box(DialogParent(), Wide(message.text), Wide(message.caption),
+                      style | IconStyle(message.icon) | wxCENTRE);
+  return box.ShowModal();
+}
+
 void WindowDialogs::Tell(const Message& message) {
   ShowBox(message, wxOK);
 }
@@ -81,6 +83,7 @@ Answer WindowDialogs::Ask(const Message& question, AnswerChoice choice) {
 std::optional<std::string> WindowDialogs::EnterValue(std::string_view caption,
                                                      std::string_view prompt,
                                                      const std::string& text) {
+  const Opened opened(m_open);
   DataEntDlg dialog(DialogParent(), caption, prompt, text);
   if (dialog.ShowModal() != kOkId) return std::nullopt;
   return dialog.text();
@@ -89,6 +92,7 @@ std::optional<std::string> WindowDialogs::EnterValue(std::string_view caption,
 std::optional<std::string> WindowDialogs::ShowFileDialog(const FileQuestion& question) {
   const long style =
       question.saving ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST;
+  const Opened opened(m_open);
   wxFileDialog dialog(DialogParent(), Wide(question.title), wxGetCwd(), "",
                       FileDialogFilter(question.filter), style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
@@ -110,6 +114,7 @@ std::optional<std::string> WindowDialogs::ChooseFile(const FileQuestion& questio
 
 std::optional<std::string> WindowDialogs::ChooseSnapshot(
     const std::vector<std::string>& iterations) {
+  const Opened opened(m_open);
   AutoSaveDlg dialog(DialogParent(), iterations, *this);
   if (dialog.ShowModal() != kOkId) return std::nullopt;
   return dialog.choice();
@@ -120,10 +125,9 @@ void WindowDialogs::ShowHelp(HelpTopic topic) {
     Tell(kTarnWarningCaption, fmt::sprintf(kNoHelpFile.data(), m_paths.help_file));
     return;
   }
-  if (m_help == nullptr) {
-    m_help = std::make_unique<wxHtmlHelpController>(wxHF_DEFAULT_STYLE, DialogParent());
-    m_help->AddBook(wxFileName(Wide(m_paths.help_file)));
-  }
+  // Each time anew: the window that asked for it last may be gone.
+  m_help = std::make_unique<wxHtmlHelpController>(wxHF_DEFAULT_STYLE, DialogParent());
+  m_help->AddBook(wxFileName(Wide(m_paths.help_file)));
   m_help->Display(static_cast<int>(topic));
 }
 
@@ -140,8 +144,12 @@ void WindowDialogs::StartDataEditor() {
   const wxString program = Wide(path);
   const wxWCharBuffer name = program.wc_str();
   const wchar_t* const arguments[] = {name.data(), nullptr};
-  const bool started =
-      wxFileExists(program) && wxIsExecutable(program) && wxExecute(arguments, wxEXEC_ASYNC) != 0;
+  // What it hands over is looked for in the folder that Tarn was started in.
+  wxExecuteEnv surroundings;
+  wxGetEnvMap(&surroundings.env);
+  surroundings.cwd = Wide(m_paths.start_folder);
+  const bool started = wxFileExists(program) && wxFileName::IsFileExecutable(program) &&
+                       wxExecute(arguments, wxEXEC_ASYNC, nullptr, &surroundings) != 0;
   if (!started) Tell(kInvalidRequest, fmt::sprintf(kNoDataEditor.data(), path));
 }
 

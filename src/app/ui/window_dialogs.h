@@ -28,6 +28,7 @@ class WindowDialogs : public Dialogs {
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override;
   void StartDataEditor() override;
+  bool IsAsking() const override { return m_open > 0; }
   void ShowBusy(bool busy) override;
 
  protected:
@@ -35,7 +36,10 @@ class WindowDialogs : public Dialogs {
   virtual std::optional<std::string> ShowFileDialog(const FileQuestion& question);
 
  private:
+  int ShowBox(const Message& message, long style);
+
   ApplicationPaths m_paths;
+  int m_open = 0;  // dialogs
   std::unique_ptr<wxHtmlHelpController> m_help;
 };
 

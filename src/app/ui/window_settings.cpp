@@ -10,6 +10,8 @@
 namespace tarn {
 namespace {
 
+constexpr long kNowhere = -1000000;
+
 wxString SettingsFolder() {
 #ifdef __WXMSW__
   return wxStandardPaths::Get().GetUserConfigDir() + "/Tarn";
@@ -32,8 +34,8 @@ WindowSettings::WindowSettings() : m_path(SettingsFolder() + "/windows.ini") {}
 wxPoint WindowSettings::Position() const {
   const wxLogNull quiet;
   const wxFileConfig config(OpenConfig(m_path));
-  return {static_cast<int>(config.ReadLong("/Main/x", -1)),
-          static_cast<int>(config.ReadLong("/Main/y", -1))};
+  return {static_cast<int>(config.ReadLong("/Main/x", kNowhere)),
+          static_cast<int>(config.ReadLong("/Main/y", kNowhere))};
 }
 
 void WindowSettings::SetPosition(const wxPoint& position) {

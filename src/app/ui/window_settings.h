@@ -11,7 +11,7 @@ class WindowSettings {
  public:
   WindowSettings();
 
-  // -1, -1 when none is known.
+  // On no display when none is known.
   wxPoint Position() const;
   void SetPosition(const wxPoint& position);
   // By the name of the client; 0, 0 when none is known.

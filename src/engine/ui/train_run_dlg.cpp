@@ -20,7 +20,9 @@ namespace {
 // A slice of training: short enough for the window to answer at once.
 constexpr int64_t kSliceMs = 15;
 // Figures change faster than anybody reads; this often is enough, and costs no training time.
-constexpr int64_t kShowEveryMs = 50;
+constexpr int64_t kShowEveryMs = 100;
+// The first iterations are shown at once.
+constexpr int32_t kFirstIterations = 3;
 constexpr int kHaltTickMs = 100;
 
 // The status bar shows the hints of the menus in its first field.
@@ -101,7 +103,9 @@ void TrainRunDlg::OnIdle(wxIdleEvent& event) {
   m_working = true;
   const bool goes_on = m_desk.Work(kSliceMs);
   m_working = false;
-  if (m_changed && (!goes_on || m_clock.NowMs() - m_shown_at_ms >= kShowEveryMs)) ShowFigures();
+  const bool first = m_desk.network().iteration <= kFirstIterations;
+  const bool due = m_clock.NowMs() - m_shown_at_ms >= kShowEveryMs;
+  if (m_changed && (!goes_on || first || due)) ShowFigures();
   if (goes_on) event.RequestMore();
   m_desk.TellPending();
 }
@@ -162,6 +166,8 @@ void TrainRunDlg::ShowStatus(std::string_view text) {
   if (m_frame.GetStatusBar() == nullptr) return;
   if (m_frame.GetStatusBar()->GetStatusText(kStatusField) == shown) return;
   m_frame.SetStatusText(shown, kStatusField);
+  // Within a slice nothing else would paint it.
+  m_frame.GetStatusBar()->Update();
 }
 
 void TrainRunDlg::ShowFigures() {
@@ -198,7 +204,7 @@ void TrainRunDlg::ShowState() {
   const bool under_way = m_desk.IsUnderWay();
   const bool halted = m_desk.IsHalted();
   EnableButtons(under_way);
-  const wxString halt = halted ? "&Resume" : "&Halt";
+  const wxString halt = halted ? "R&esume" : "H&alt";
   wxWindow& halt_button = Control(*this, kHaltButton);
   if (halt_button.GetLabel() != halt) halt_button.SetLabel(halt);
   if (!halted) m_halt_timer.Stop();

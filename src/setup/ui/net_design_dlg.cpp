@@ -6,12 +6,11 @@
 #include <utility>
 
 #include "resources/controls.h"
+#include "setup/edit_text.h"
 #include "setup/ui/trans_dlg.h"
 
 namespace tarn {
 namespace {
-
-constexpr unsigned long kTextLimit = 79;
 
 // Of hidden row 1 to 8.
 constexpr std::array kTransferButtons = {113, 112, 114, 115, 116, 117, 118, 119};
@@ -39,12 +38,12 @@ NetDesignDlg::NetDesignDlg(wxWindow* parent, Network& network, Dialogs& dialogs,
 }
 
 void NetDesignDlg::TieEdits() {
-  Tie(NetDesignDraft::kNameEdit, m_draft.name, kTextLimit);
-  Tie(NetDesignDraft::kLayerCountEdit, m_draft.layer_count, kTextLimit);
-  Tie(NetDesignDraft::kInputNodesEdit, m_draft.input_nodes, kTextLimit);
+  Tie(NetDesignDraft::kNameEdit, m_draft.name, kDesignEditLimit);
+  Tie(NetDesignDraft::kLayerCountEdit, m_draft.layer_count, kDesignEditLimit);
+  Tie(NetDesignDraft::kInputNodesEdit, m_draft.input_nodes, kDesignEditLimit);
   int edit = NetDesignDraft::kHiddenNodesEdit;
-  for (std::string& nodes : m_draft.hidden_nodes) Tie(edit++, nodes, kTextLimit);
-  Tie(NetDesignDraft::kOutputNodesEdit, m_draft.output_nodes, kTextLimit);
+  for (std::string& nodes : m_draft.hidden_nodes) Tie(edit++, nodes, kDesignEditLimit);
+  Tie(NetDesignDraft::kOutputNodesEdit, m_draft.output_nodes, kDesignEditLimit);
 }
 
 void NetDesignDlg::BindHiddenRow(int32_t row) {

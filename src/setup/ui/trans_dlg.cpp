@@ -9,8 +9,6 @@
 namespace tarn {
 namespace {
 
-constexpr int kTransferHelp = 9;
-
 struct Choice {
   int radio;
   int32_t code;
@@ -22,7 +20,7 @@ constexpr std::array kChoices = {Choice{11, kGaussian}, Choice{12, kTanh}, Choic
 }  // namespace
 
 TransDlg::TransDlg(wxWindow* parent, int32_t& code, Dialogs& dialogs)
-    : SetupDialog(parent, "TRANSFER_DLG", dialogs, HelpTopic::kNetworkDesign, kTransferHelp),
+    : SetupDialog(parent, "TRANSFER_DLG", dialogs, HelpTopic::kNetworkDesign, kTransferHelpId),
       m_code(code) {
   OnButton(kOkId, [this] { Accept(); });
   CheckCode();

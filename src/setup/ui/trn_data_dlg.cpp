@@ -1,11 +1,11 @@
 #include "setup/ui/trn_data_dlg.h"
 
 #include "resources/controls.h"
+#include "setup/edit_text.h"
 
 namespace tarn {
 namespace {
 
-constexpr unsigned long kTextLimit = 39;
 constexpr int kHandOverButton = 116;
 
 using Draft = TrainingDataDraft;
@@ -29,11 +29,11 @@ TrnDataDlg::TrnDataDlg(wxWindow* parent, Network& network, Dialogs& dialogs,
 }
 
 void TrnDataDlg::TieFields() {
-  Tie(Draft::kInputColumnEdit, m_draft.input_column, kTextLimit);
+  Tie(Draft::kInputColumnEdit, m_draft.input_column, kEditLimit);
   Tie(Draft::kNormalizeInputsBox, m_draft.normalize_inputs);
-  Tie(Draft::kTargetColumnEdit, m_draft.target_column, kTextLimit);
+  Tie(Draft::kTargetColumnEdit, m_draft.target_column, kEditLimit);
   Tie(Draft::kNormalizeOutputsBox, m_draft.normalize_outputs);
-  Tie(Draft::kTestCasesEdit, m_draft.test_cases, kTextLimit);
+  Tie(Draft::kTestCasesEdit, m_draft.test_cases, kEditLimit);
   Tie(Draft::kRandomRadio, m_draft.method.random);
   Tie(Draft::kBeginningRadio, m_draft.method.beginning);
   Tie(Draft::kEndRadio, m_draft.method.end);

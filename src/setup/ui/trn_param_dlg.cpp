@@ -4,11 +4,10 @@
 #include <string>
 
 #include "resources/controls.h"
+#include "setup/edit_text.h"
 
 namespace tarn {
 namespace {
-
-constexpr unsigned long kTextLimit = 39;
 
 using Draft = TrainingParametersDraft;
 
@@ -34,7 +33,7 @@ TrnParamDlg::TrnParamDlg(wxWindow* parent, Network& network, Dialogs& dialogs)
     : SetupDialog(parent, "TPARAM_DLG", dialogs, HelpTopic::kTrainingParameters, kHelpId),
       m_network(network) {
   m_draft.Load(network);
-  for (const Edit& edit : kEdits) Tie(edit.id, m_draft.*edit.field, kTextLimit);
+  for (const Edit& edit : kEdits) Tie(edit.id, m_draft.*edit.field, kEditLimit);
   Tie(Draft::kResetWeightsBox, m_draft.reset_weights);
   OnButton(kOkId, [this] { Accept(); });
   FocusEdit(*this, kEdits.front().id);
