@@ -82,10 +82,10 @@ TEST_F(SystemDialogs, OpenTheHelpFileAgainAndAgain) {
             "[OPTIONS]\nContents file=toc.hhc\nTitle=Tarn\nDefault topic=page.htm\n");
   for (int i = 0; i < 2; ++i) {
     m_system.ShowHelp(HelpTopic::kStartUp);
-    wxWindow* book = wxFindWindowByLabel("Help: Tarn");
+    wxWindow* book = wxFindWindowByLabel("Help: page.htm");
     ASSERT_NE(book, nullptr);
     book->Close(true);
-    Until([] { return wxFindWindowByLabel("Help: Tarn") == nullptr; });
+    Until([] { return wxFindWindowByLabel("Help: page.htm") == nullptr; });
   }
   EXPECT_THAT(m_native.boxes, IsEmpty());
 }
