@@ -101,7 +101,7 @@ std::optional<std::string> WindowDialogs::ShowFileDialog(const FileQuestion& que
 
 std::optional<std::string> WindowDialogs::ChooseFile(const FileQuestion& question) {
   while (true) {
-    const std::optional<std::string> chosen = ShowFileDialog(question);
+    std::optional<std::string> chosen = ShowFileDialog(question);
     if (!chosen || !question.saving) return chosen;
     const std::string path = WithExtension(*chosen, question.extension);
     if (!ReplacesUnasked(*chosen, path)) return path;

@@ -36,7 +36,7 @@ void DataDialog::OnHandOver(int button, std::function<void(const HandOver&)> tak
 
 void DataDialog::TieFile(int button, const FileQuestion& question, const TiedFile& file) {
   m_files.push_back(file);
-  Show(file);
+  ShowFile(file);
   OnButton(button, [this, question, file] { Choose(question, file); });
 }
 
@@ -44,10 +44,10 @@ void DataDialog::Choose(const FileQuestion& question, const TiedFile& file) {
   std::optional<std::string> path = dialogs().ChooseFile(question);
   if (!path) return;
   file.path = std::move(*path);
-  Show(file);
+  ShowFile(file);
 }
 
-void DataDialog::Show(const TiedFile& file) {
+void DataDialog::ShowFile(const TiedFile& file) {
   SetText(*this, file.text, std::string(file.prefix) + file.path);
   Control(*this, file.text).SetToolTip(Wide(file.path));
 }
@@ -62,7 +62,7 @@ void DataDialog::TakeOver(const std::function<void(const HandOver&)>& take) {
   ReadFields();
   take(*handover);
   ShowFields();
-  for (const TiedFile& file : m_files) Show(file);
+  for (const TiedFile& file : m_files) ShowFile(file);
 }
 
 }  // namespace tarn

@@ -35,7 +35,7 @@ class DataDialog : public SetupDialog {
 
   void TieFile(int button, const FileQuestion& question, const TiedFile& file);
   void Choose(const FileQuestion& question, const TiedFile& file);
-  void Show(const TiedFile& file);
+  void ShowFile(const TiedFile& file);
   void TakeOver(const std::function<void(const HandOver&)>& take);
 
   const std::string m_handover_path;
