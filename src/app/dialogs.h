@@ -69,8 +69,9 @@ class Dialogs {
   virtual void ShowHelp(HelpTopic topic) = 0;
   // Starts the companion data editor and does not wait for it.
   virtual void StartDataEditor() = 0;
-  // One of its questions is open.
+  // One of its questions is open; a dialog of the system is.
   virtual bool IsAsking() const { return false; }
+  virtual bool IsSystemAsking() const { return false; }
   // Between true and false the user has to wait: the cursor says so.
   virtual void ShowBusy(bool busy) = 0;
 

@@ -8,6 +8,7 @@
 #include "app/messages.h"
 #include "base/paths.h"
 #include "data/outputs_export.h"
+#include "netfile/header.h"
 #include "netfile/messages.h"
 #include "netfile/network_writer.h"
 #include "netfile/setup_save.h"
@@ -53,6 +54,7 @@ bool SaveSetupAs(Session& session, Dialogs& dialogs) {
     return false;
   }
   session.network.file_name = *path;
+  session.network.trained = HoldsWeights(*path);
   EnterFolderOf(*path);
   return true;
 }

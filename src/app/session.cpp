@@ -31,7 +31,8 @@ Status OpenNetwork(Session& session, const std::string& path) {
 
 void TakeUntitled(Session& session, const std::string& path) {
   session.network = {};
-  session.network.file_name = FullPath(path);
+  session.network.file_name = OpenedPath(FullPath(path));
+  session.network.trained = HoldsWeights(session.network.file_name);
   EnterFolderOf(session.network.file_name);
 }
 

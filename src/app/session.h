@@ -23,7 +23,7 @@ struct Session {
 // of the untitled network is refused without a text.
 Status OpenNetwork(Session& session, const std::string& path);
 
-// Takes the scratch file of an untitled network as the network's, without a look at it.
+// Takes the scratch file of an untitled network as the network's, without the check.
 void TakeUntitled(Session& session, const std::string& path);
 
 // The New command: the network is the scratch file of the current directory from now on. A file of

@@ -82,7 +82,7 @@ void TrainingDesk::Stop() {
   m_run->Stop();
   // It ends at the next point where it can, within a slice.
   while (IsUnderWay()) m_run->RunFor(0);
-  m_view.ShowStatus(kTrainingStopped);
+  if (m_run->state() == RunState::kStopped) m_view.ShowStatus(kTrainingStopped);
   m_view.Changed();
 }
 
@@ -165,9 +165,11 @@ bool TrainingDesk::ChangeOption(int32_t command) {
   const OptionPrompt* prompt = FindOptionPrompt(command);
   if (prompt == nullptr) return false;
   Network& network = m_session.network;
+  const std::string shown = OptionText(*prompt, network);
   const std::optional<std::string> text =
-      m_dialogs.EnterValue(prompt->caption, prompt->prompt, OptionText(*prompt, network));
-  if (text) Apply(*prompt, *text);
+      m_dialogs.EnterValue(prompt->caption, prompt->prompt, shown);
+  // What is shown is rounded: only what was entered is stored.
+  if (text && *text != shown) Apply(*prompt, *text);
   return true;
 }
 

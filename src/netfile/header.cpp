@@ -195,6 +195,17 @@ class HeaderReader {
   bool m_ended = false;  // and ended with a newline
 };
 
+// Lines of a file that is only looked at are read in pieces of at most this many characters.
+constexpr size_t kCheckLineLimit = 253;
+
+bool FindsWeights(TextReader& file) {
+  TextReader::Line line;
+  while (file.ReadLine(kCheckLineLimit, line)) {
+    if (line.text.find("WEIGHTS:READ") != std::string_view::npos) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 Status ReadHeader(Network& network) {
@@ -253,8 +264,12 @@ void CreateNewNetwork(const std::string& path) {
   }
 }
 
+bool HoldsWeights(const std::string& path) {
+  TextReader file;
+  return file.Open(path) && FindsWeights(file);
+}
+
 Status CheckNetworkFile(std::string& path, Network& network) {
-  constexpr size_t kCheckLineLimit = 253;
   path = OpenedPath(path);
   if (IsUntitled(path)) return Status::Failure("");
   TextReader file;
@@ -266,10 +281,7 @@ Status CheckNetworkFile(std::string& path, Network& network) {
   if (magic == nullptr) return Status::Failure(kOpenNotTarn);
   network.file_name = path;
   network.version = magic->version;
-  network.trained = false;
-  while (!network.trained && file.ReadLine(kCheckLineLimit, line)) {
-    network.trained = line.text.find("WEIGHTS:READ") != std::string_view::npos;
-  }
+  network.trained = FindsWeights(file);
   return {};
 }
 

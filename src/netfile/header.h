@@ -56,6 +56,9 @@ std::string_view NewNetworkText();
 // it could not be created shows when it is opened.
 void CreateNewNetwork(const std::string& path);
 
+// Whether a line of the file tells that weights follow.
+bool HoldsWeights(const std::string& path);
+
 // The quick check of a file that the user opens: `path` is brought into the form that the
 // system keeps it in, the magic line is looked at, and the file's folder becomes the current
 // directory. On success the network has the file's name and version, and `trained` tells

@@ -66,14 +66,21 @@ bool CopySection(TextReader& old_file, std::string_view prefix, const std::strin
 }
 
 // The weights of the oldest version stand in the file without key lines: they are read and written
-// anew. Those that cannot be read are random at the next load, as they are now.
+// anew. Those that do not fit the file's own design are random at the next load, as they are now.
 bool ConvertWeights(const std::string& old_path, const std::string& path) {
   Network old;
   old.file_name = old_path;
+  if (!ReadHeader(old).ok()) return false;
+  StoredWeights stored = StoredWeights::kNone;
+  const Status shape = CheckShape(old);
+  if (shape.message() == kOutOfMemory) return false;
+  if (shape.ok()) {
+    if (!AllocateArrays(old).ok()) return false;
+    stored = ReadStoredWeights(old);
+  }
   OutputFile part;
-  if (!part.OpenReplacing(path)) return false;
-  const bool loaded = ReadHeader(old).ok() && CheckShape(old).ok() && AllocateArrays(old).ok();
-  if (loaded && ReadStoredWeights(old)) {
+  if (stored == StoredWeights::kFailed || !part.OpenReplacing(path)) return false;
+  if (stored == StoredWeights::kRead) {
     WriteWeights(part, old);
   } else {
     part.Write("WEIGHTS:RANDOM\n");
@@ -128,7 +135,8 @@ Status SaveSetup(Network& network, const std::string& destination,
   const ScratchPart connections(scratch_folder, "~tarn.cnx");
   TextReader old_file;
   if (!old_file.Open(network.file_name)) return Status::Failure(kSetupSaveNoOldFile);
-  const bool oldest = network.version == 0 && FindSection(old_file, "WEIGHTS:").empty();
+  const bool oldest =
+      network.version == 0 && FindSection(old_file, "WEIGHTS:").empty() && !old_file.Failed();
   const bool copied = oldest ? ConvertWeights(network.file_name, weights.path()) &&
                                    WriteLine("TESTPATTERNS:COMPUTE", patterns.path()) &&
                                    WriteLine("NORMALIZE:NONE", limits.path())

@@ -57,21 +57,28 @@ Found ReadOld(TextReader& file, Network& network) {
   return stopped ? Found::kWeights : Found::kNothing;
 }
 
-Found Read(Network& network) {
+Found Read(Network& network, bool& failed) {
   TextReader file;
-  if (!file.Open(network.file_name)) return Found::kNothing;
-  return network.version == 0 ? ReadOld(file, network) : ReadCurrent(file, network);
+  failed = !file.Open(network.file_name);
+  if (failed) return Found::kNothing;
+  const Found found = network.version == 0 ? ReadOld(file, network) : ReadCurrent(file, network);
+  failed = file.Failed();
+  return found;
 }
 
 }  // namespace
 
-bool ReadStoredWeights(Network& network) {
-  return Read(network) == Found::kWeights;
+StoredWeights ReadStoredWeights(Network& network) {
+  bool failed = false;
+  const Found found = Read(network, failed);
+  if (failed) return StoredWeights::kFailed;
+  return found == Found::kWeights ? StoredWeights::kRead : StoredWeights::kNone;
 }
 
 Status ReadWeights(Network& network, uint32_t seed) {
   const bool old = network.version == 0;
-  const Found found = Read(network);
+  bool failed = false;
+  const Found found = Read(network, failed);
   if (found == Found::kWeights) return {};
   InitializeRandomWeights(network, seed);
   if (found == Found::kRandom) return {};

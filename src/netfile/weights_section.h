@@ -21,9 +21,13 @@ namespace tarn {
 // from `seed`, and random_weights is set.
 Status ReadWeights(Network& network, uint32_t seed);
 
-// The same, but false, with what was read so far in the record, when the file holds no weights, or
-// none that fit it.
-bool ReadStoredWeights(Network& network);
+// The same without the fallback: what was read so far stands in the record.
+enum class StoredWeights {
+  kRead,
+  kNone,    // the file holds none, or none that fit the record
+  kFailed,  // the file cannot be read
+};
+StoredWeights ReadStoredWeights(Network& network);
 
 bool WriteWeights(OutputFile& file, const Network& network);
 

@@ -41,6 +41,17 @@ TEST_F(SessionOpen, RefusesTheUntitledNetworkInAnyCaseWithoutAWord) {
   EXPECT_EQ(m_network.file_name, "");
 }
 
+TEST_F(SessionOpen, TakesTheUntitledNetworkWithTheWeightsThatItHas) {
+  m_files.Put("/home/nets/UNTITLED.NE_", "WEIGHTS:RANDOM\n");
+  TakeUntitled(m_session, "nets/UNTITLED.NE_");
+  EXPECT_EQ(m_network.file_name, "/home/nets/UNTITLED.NE_");
+  EXPECT_FALSE(m_network.trained);
+  EXPECT_EQ(m_files.CurrentDirectory(), "/home/nets");
+  m_files.Put("/home/nets/UNTITLED.NE_", "anything\nWEIGHTS:READ\n");
+  TakeUntitled(m_session, "/home/nets/UNTITLED.NE_");
+  EXPECT_TRUE(m_network.trained);
+}
+
 TEST_F(SessionOpen, TakesTheWholePathAndEntersTheFolder) {
   ASSERT_TRUE(OpenNetwork(m_session, "nets/test.net").ok());
   EXPECT_EQ(m_network.file_name, "/home/nets/test.net");

@@ -107,6 +107,24 @@ TEST_F(TrainingDeskTest, StandsStillWhileHalted) {
   EXPECT_EQ(m_network.iteration, 20);
 }
 
+TEST_F(TrainingDeskTest, StaysCompleteWhenStopComesTooLate) {
+  RunToTheEnd();
+  Desk().Stop();
+  EXPECT_EQ(m_view.statuses.back(), "Training Run Complete!");
+}
+
+TEST_F(TrainingDeskTest, ForgetsThatItWasSavedWhenASnapshotReplacesTheFile) {
+  SetLine(8, "8 0");
+  RunToTheEnd();
+  EXPECT_TRUE(Desk().Save());
+  m_dialogs.files = {"/home/snapshot.net", m_network.file_name};
+  m_dialogs.snapshots = {"8", "8"};
+  Desk().SaveSnapshotAs();
+  EXPECT_TRUE(m_session.saved);
+  Desk().SaveSnapshotAs();
+  EXPECT_FALSE(m_session.saved);
+}
+
 TEST_F(TrainingDeskTest, StopsWhileHalted) {
   Desk().Start();
   ASSERT_TRUE(Desk().Work(0));
@@ -160,6 +178,15 @@ TEST_F(TrainingDeskTest, KeepsTheOldValueOfAnOptionThatIsRefusedOrCancelled) {
   EXPECT_TRUE(Desk().ChangeOption(110));
   EXPECT_EQ(m_network.FastProp, 0.0F);
   EXPECT_EQ(m_dialogs.told.size(), 1U);
+}
+
+TEST_F(TrainingDeskTest, ChangesNothingWhenTheValueShownIsAccepted) {
+  RunToTheEnd();
+  m_network.Eta = 1e-7F;
+  EXPECT_TRUE(Desk().Save());
+  EnterOption(106, "0.000000");
+  EXPECT_EQ(m_network.Eta, 1e-7F);
+  EXPECT_TRUE(m_session.saved);
 }
 
 // With ten patterns, an update after each changes the weights ten times an iteration.

@@ -125,6 +125,29 @@ TEST_F(SetupSave, CarriesTheWeightsOfTheOldestVersionOver) {
   EXPECT_EQ(ReadHeader(reread).message(), "");
 }
 
+TEST_F(SetupSave, LosesNoWeightsOfTheOldestVersionWhenTheDiskFails) {
+  const std::string old =
+      OldestHeader() + "-20000\n0.1 0.2 0.3\n0.4 0.5 0.6\n0.7 0.8 0.9\n-20000\n";
+  Status status;
+  ForAllFaults(
+      [&] {
+        for (const std::string& left : m_files.Paths()) m_files.Remove(left);
+        m_files.Put("/home/a.net", old);
+        m_network.file_name = "/home/a.net";
+        ASSERT_TRUE(ReadHeader(m_network).ok());
+      },
+      [&] { status = SaveSetup(m_network, "/home/a.net", "/scratch"); },
+      [&](bool struck) {
+        EXPECT_TRUE(struck || status.ok());
+        if (status.ok()) {
+          EXPECT_NE(Get("/home/a.net").find(kWeights), std::string::npos);
+        } else {
+          EXPECT_EQ(Get("/home/a.net"), old);
+        }
+      },
+      10);
+}
+
 TEST_F(SetupSave, LeavesTheOldestVersionRandomWhereItIs) {
   for (const char* weights : {"RANDOM\n", "-20000\n0.1 0.2\n-20000\n", ""}) {
     m_files.Put("/home/a.net", OldestHeader() + weights);

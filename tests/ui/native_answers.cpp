@@ -10,6 +10,7 @@ namespace tarn {
 
 int NativeAnswers::Enter(wxDialog* dialog) {
   if (auto* box = dynamic_cast<wxMessageDialog*>(dialog)) {
+    if (while_open) while_open();
     boxes.push_back(Utf8(box->GetCaption()) + "|" + Utf8(box->GetMessage()));
     if ((box->GetMessageDialogStyle() & wxYES_NO) == 0) return wxID_OK;
     if (answers.empty()) {

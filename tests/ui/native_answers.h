@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +23,8 @@ class NativeAnswers : public wxModalDialogHook {
   // Answers to come, of questions; boxes with OK alone need none. One that is missing fails the
   // test and is Cancel.
   std::deque<int> answers;
+  // Called while a box is open, before it is answered.
+  std::function<void()> while_open;
 
   std::vector<std::string> boxes;         // "caption|text"
   std::vector<std::string> file_dialogs;  // "title|filter"

@@ -225,6 +225,18 @@ TEST_F(StartUp, EndsItsDialogsWhenItHasToClose) {
   Until([this] { return !FrameIsOpen(); });
 }
 
+TEST_F(StartUp, WaitsForAMessageBoxWhenItHasToClose) {
+  OpenByDialog(m_folder / "iris.net");
+  Click(Client(), kTrainingMode);
+  m_native.while_open = [this] { Frame().Close(true); };
+  RunWhile([this] { Click(Client(), kRun); },
+           {[] { Click(*TopDialog(), 103); }, [] { Type(*TopDialog(), 104, "0"); },
+            [] { Click(*TopDialog(), kOkId); }});
+  EXPECT_THAT(m_native.boxes,
+              ElementsAre("Training Parameter Error|Screen update rate out of range; set to 1"));
+  Until([this] { return !FrameIsOpen(); });
+}
+
 TEST_F(StartUp, OpensAFileThatIsDropped) {
   auto* target = dynamic_cast<wxFileDropTarget*>(Client().GetDropTarget());
   ASSERT_NE(target, nullptr);

@@ -61,7 +61,8 @@ bool EndInnermostDialog() {
 }
 
 bool IsOnADisplay(const wxPoint& position) {
-  return wxDisplay::GetFromPoint(position) != wxNOT_FOUND;
+  // The part of the title by which it can be moved.
+  return wxDisplay::GetFromPoint(position + wxPoint(50, 10)) != wxNOT_FOUND;
 }
 
 }  // namespace
@@ -104,9 +105,9 @@ void TMain::EndOutOfMemory() {
   if (std::exchange(m_out_of_memory, true)) return;
   if (m_loader != nullptr) EndLoad();
   if (m_training != nullptr) m_training->Abandon();
+  m_session.scratch.Remove();
   m_dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
   m_dialogs.Tell(kTarnErrorCaption, kAborting);
-  m_session.scratch.Remove();
 }
 
 void TMain::New() {
@@ -288,7 +289,9 @@ bool TMain::IsFree() const {
 
 void TMain::OnIdle(wxIdleEvent& event) {
   event.Skip();
-  if (m_close_forced && !EndInnermostDialog() && IsFree()) Close(true);
+  // A box of the system cannot be ended, nor the dialog beneath it.
+  const bool may_end = m_close_forced && !m_dialogs.IsSystemAsking();
+  if (may_end && !EndInnermostDialog() && IsFree()) Close(true);
   if (m_loader == nullptr) return;
   LoadOneStep();
   event.RequestMore();

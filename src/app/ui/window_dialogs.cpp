@@ -58,7 +58,7 @@ std::string WithExtension(const std::string& path, std::string_view extension) {
 }
 
 int WindowDialogs::ShowBox(const Message& message, long style) {
-  const Opened opened(m_open);
+  const Opened opened(m_system_open);
   wxMessageDialog box(DialogParent(), Wide(message.text), Wide(message.caption),
                       style | IconStyle(message.icon) | wxCENTRE);
   return box.ShowModal();
@@ -92,7 +92,7 @@ std::optional<std::string> WindowDialogs::EnterValue(std::string_view caption,
 std::optional<std::string> WindowDialogs::ShowFileDialog(const FileQuestion& question) {
   const long style =
       question.saving ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST;
-  const Opened opened(m_open);
+  const Opened opened(m_system_open);
   wxFileDialog dialog(DialogParent(), Wide(question.title), wxGetCwd(), "",
                       FileDialogFilter(question.filter), style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;

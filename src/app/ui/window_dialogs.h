@@ -28,7 +28,8 @@ class WindowDialogs : public Dialogs {
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override;
   void StartDataEditor() override;
-  bool IsAsking() const override { return m_open > 0; }
+  bool IsAsking() const override { return m_open > 0 || m_system_open > 0; }
+  bool IsSystemAsking() const override { return m_system_open > 0; }
   void ShowBusy(bool busy) override;
 
  protected:
@@ -39,7 +40,8 @@ class WindowDialogs : public Dialogs {
   int ShowBox(const Message& message, long style);
 
   ApplicationPaths m_paths;
-  int m_open = 0;  // dialogs
+  int m_open = 0;         // dialogs of ours
+  int m_system_open = 0;  // message boxes and file dialogs
   std::unique_ptr<wxHtmlHelpController> m_help;
 };
 
