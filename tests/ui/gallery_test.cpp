@@ -74,7 +74,7 @@ TEST_F(Gallery, ShowsTheRecallDialogAndWindow) {
   Choose(129);
   Until([this] { return Frame().training() == nullptr; });
   Click(Client(), 106);
-  m_dialogs->files = {m_folder / "iris.txt", m_folder / "iris.txt"};
+  m_dialogs->files = {"iris.txt", "iris.txt"};
   Press(101).Press(102);
   m_steps.emplace_back([] { Type(*TopDialog(), 112, "5"); });
   RunWhile([this] { Click(Client(), 105); }, Look("recall-data").Press(kOkId).Steps());
