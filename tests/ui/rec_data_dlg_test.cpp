@@ -1,16 +1,12 @@
 #include "setup/ui/rec_data_dlg.h"
 
 #include <filesystem>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include "resources/controls.h"
-#include "setup/setup_fixture.h"
-#include "support/fake_dialogs.h"
-#include "ui/driver.h"
+#include "ui/data_dialog_fixture.h"
 
 namespace tarn {
 namespace {
@@ -18,33 +14,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr char kInputs[] = "Input Node Data File: ";
-constexpr char kTargets[] = "Target Data File: ";
-
-class RecDataDlgTest : public testing::Test {
+class RecDataDlgTest : public DataDialogFixture<RecDataDlg> {
  protected:
-  using DialogStep = std::function<void(RecDataDlg&)>;
-
   RecDataDlgTest() {
-    m_paths.hand_over = m_files.Missing("TABULO.TBI");
     m_network.RecallPatName = m_files.Make("inputs.txt");
     m_network.RecallPatCol = 2;
   }
-
-  int Run(const std::vector<DialogStep>& steps) {
-    RecDataDlg dialog(nullptr, m_network, m_dialogs, m_paths);
-    std::vector<Step> bound;
-    for (const DialogStep& step : steps) bound.push_back([&dialog, step] { step(dialog); });
-    return RunModal(dialog, bound);
-  }
-  static DialogStep ClickStep(int id) {
-    return [id](RecDataDlg& dialog) { Click(dialog, id); };
-  }
-
-  SetupFiles m_files;
-  ApplicationPaths m_paths;
-  FakeDialogs m_dialogs;
-  Network m_network = MakeNetwork({2, 2, 1});
 };
 
 TEST_F(RecDataDlgTest, OpensWithEveryField) {
@@ -52,9 +27,9 @@ TEST_F(RecDataDlgTest, OpensWithEveryField) {
   m_network.RecallTargCol = 3;
   const int result =
       Run({[this](RecDataDlg& dialog) {
-             EXPECT_EQ(TextOf(dialog, 113), kInputs + m_network.RecallPatName);
+             EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + m_network.RecallPatName);
              EXPECT_EQ(TextOf(dialog, 111), "2");
-             EXPECT_EQ(TextOf(dialog, 114), kTargets + m_network.RecallTargName);
+             EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + m_network.RecallTargName);
              EXPECT_EQ(TextOf(dialog, 112), "3");
              EXPECT_EQ(Utf8(Control(dialog, 113).GetToolTipText()), m_network.RecallPatName);
              EXPECT_EQ(FocusedId(), 111);
@@ -68,9 +43,9 @@ TEST_F(RecDataDlgTest, OpensWithoutFilesBeforeTheFirstRecall) {
   m_network.RecallPatName = "";
   m_network.RecallPatCol = 1;
   (void)Run({[](RecDataDlg& dialog) {
-               EXPECT_EQ(TextOf(dialog, 113), kInputs);
+               EXPECT_EQ(TextOf(dialog, 113), kInputsLabel);
                EXPECT_EQ(TextOf(dialog, 111), "1");
-               EXPECT_EQ(TextOf(dialog, 114), kTargets);
+               EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel);
                EXPECT_EQ(TextOf(dialog, 112), "0");
              },
              ClickStep(kCancelId)});
@@ -82,8 +57,8 @@ TEST_F(RecDataDlgTest, StoresFilesAndColumnsWithOk) {
   m_dialogs.files = {inputs, targets};
   const int result = Run({ClickStep(101), ClickStep(102),
                           [&](RecDataDlg& dialog) {
-                            EXPECT_EQ(TextOf(dialog, 113), kInputs + inputs);
-                            EXPECT_EQ(TextOf(dialog, 114), kTargets + targets);
+                            EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + inputs);
+                            EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + targets);
                             Type(dialog, 111, "4");
                             Type(dialog, 112, "6");
                           },
@@ -160,9 +135,9 @@ TEST_F(RecDataDlgTest, TakesOverInputsAndTargetsOfTheDataEditor) {
   m_files.Make("TABULO.TBI", data + "\n5\n");
   EXPECT_EQ(Run({ClickStep(103),
                  [&](RecDataDlg& dialog) {
-                   EXPECT_EQ(TextOf(dialog, 113), kInputs + data);
+                   EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + data);
                    EXPECT_EQ(TextOf(dialog, 111), "1");
-                   EXPECT_EQ(TextOf(dialog, 114), kTargets + data);
+                   EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + data);
                    EXPECT_EQ(TextOf(dialog, 112), "5");
                    EXPECT_EQ(Utf8(Control(dialog, 114).GetToolTipText()), data);
                  },
@@ -181,8 +156,8 @@ TEST_F(RecDataDlgTest, KeepsTheTargetsWhenTheDataEditorSavedNone) {
   m_files.Make("TABULO.TBI", data + "\n0\n");
   (void)Run({ClickStep(103),
              [&](RecDataDlg& dialog) {
-               EXPECT_EQ(TextOf(dialog, 113), kInputs + data);
-               EXPECT_EQ(TextOf(dialog, 114), kTargets + m_network.RecallTargName);
+               EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + data);
+               EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + m_network.RecallTargName);
                EXPECT_EQ(TextOf(dialog, 112), "7");
              },
              ClickStep(kCancelId)});

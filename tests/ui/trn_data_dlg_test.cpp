@@ -1,16 +1,12 @@
 #include "setup/ui/trn_data_dlg.h"
 
 #include <filesystem>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include "resources/controls.h"
-#include "setup/setup_fixture.h"
-#include "support/fake_dialogs.h"
-#include "ui/driver.h"
+#include "ui/data_dialog_fixture.h"
 
 namespace tarn {
 namespace {
@@ -18,15 +14,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr char kInputs[] = "Input Node Data File: ";
-constexpr char kTargets[] = "Target Data File: ";
-
-class TrnDataDlgTest : public testing::Test {
+class TrnDataDlgTest : public DataDialogFixture<TrnDataDlg> {
  protected:
-  using DialogStep = std::function<void(TrnDataDlg&)>;
-
   TrnDataDlgTest() {
-    m_paths.hand_over = m_files.Missing("TABULO.TBI");
     m_network.PatName = m_files.Make("inputs.txt");
     m_network.TargName = m_files.Make("targets.txt");
     m_network.PatCol = 2;
@@ -36,15 +26,6 @@ class TrnDataDlgTest : public testing::Test {
     m_network.overMeth = kTestEnding;
   }
 
-  int Run(const std::vector<DialogStep>& steps) {
-    TrnDataDlg dialog(nullptr, m_network, m_dialogs, m_paths);
-    std::vector<Step> bound;
-    for (const DialogStep& step : steps) bound.push_back([&dialog, step] { step(dialog); });
-    return RunModal(dialog, bound);
-  }
-  static DialogStep ClickStep(int id) {
-    return [id](TrnDataDlg& dialog) { Click(dialog, id); };
-  }
   static std::vector<int> CheckedMethods(const wxDialog& dialog) {
     std::vector<int> checked;
     for (int radio = 103; radio <= 106; ++radio) {
@@ -52,19 +33,14 @@ class TrnDataDlgTest : public testing::Test {
     }
     return checked;
   }
-
-  SetupFiles m_files;
-  ApplicationPaths m_paths;
-  FakeDialogs m_dialogs;
-  Network m_network = MakeNetwork({2, 2, 1});
 };
 
 TEST_F(TrnDataDlgTest, OpensWithEveryField) {
   const int result = Run({[this](TrnDataDlg& dialog) {
-                            EXPECT_EQ(TextOf(dialog, 113), kInputs + m_network.PatName);
+                            EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + m_network.PatName);
                             EXPECT_EQ(TextOf(dialog, 111), "2");
                             EXPECT_FALSE(IsChecked(dialog, 109));
-                            EXPECT_EQ(TextOf(dialog, 114), kTargets + m_network.TargName);
+                            EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + m_network.TargName);
                             EXPECT_EQ(TextOf(dialog, 112), "3");
                             EXPECT_TRUE(IsChecked(dialog, 110));
                             EXPECT_EQ(TextOf(dialog, 107), "4");
@@ -81,9 +57,9 @@ TEST_F(TrnDataDlgTest, ShowsWholePathsAsTheyAre) {
   const std::string path = m_files.Missing(std::string(150, 'x') + "/a & b_c.txt");
   m_network.PatName = m_network.TargName = path;
   (void)Run({[path](TrnDataDlg& dialog) {
-               EXPECT_EQ(TextOf(dialog, 113), kInputs + path);
+               EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + path);
                EXPECT_EQ(Utf8(Control(dialog, 113).GetToolTipText()), path);
-               EXPECT_EQ(TextOf(dialog, 114), kTargets + path);
+               EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + path);
                EXPECT_EQ(Utf8(Control(dialog, 114).GetToolTipText()), path);
                EXPECT_LT(dialog.GetSize().GetWidth(), 800);
              },
@@ -117,8 +93,8 @@ TEST_F(TrnDataDlgTest, StoresEveryFieldWithOk) {
   m_dialogs.files = {inputs, targets};
   const int result = Run({ClickStep(101), ClickStep(102),
                           [&](TrnDataDlg& dialog) {
-                            EXPECT_EQ(TextOf(dialog, 113), kInputs + inputs);
-                            EXPECT_EQ(TextOf(dialog, 114), kTargets + targets);
+                            EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + inputs);
+                            EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + targets);
                             EXPECT_EQ(Utf8(Control(dialog, 114).GetToolTipText()), targets);
                             Type(dialog, 111, "5");
                             Click(dialog, 109);
@@ -143,8 +119,8 @@ TEST_F(TrnDataDlgTest, KeepsTheFilesWhenTheirChoiceIsCancelled) {
   m_dialogs.files = {std::nullopt, std::nullopt};
   (void)Run({ClickStep(101), ClickStep(102),
              [this](TrnDataDlg& dialog) {
-               EXPECT_EQ(TextOf(dialog, 113), kInputs + m_network.PatName);
-               EXPECT_EQ(TextOf(dialog, 114), kTargets + m_network.TargName);
+               EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + m_network.PatName);
+               EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + m_network.TargName);
              },
              ClickStep(kCancelId)});
 }
@@ -208,9 +184,9 @@ TEST_F(TrnDataDlgTest, TakesOverWhatTheDataEditorSaved) {
                    Click(dialog, 116);
                  },
                  [&](TrnDataDlg& dialog) {
-                   EXPECT_EQ(TextOf(dialog, 113), kInputs + data);
+                   EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + data);
                    EXPECT_EQ(TextOf(dialog, 111), "1");
-                   EXPECT_EQ(TextOf(dialog, 114), kTargets + data);
+                   EXPECT_EQ(TextOf(dialog, 114), kTargetsLabel + data);
                    EXPECT_EQ(TextOf(dialog, 112), "5");
                    EXPECT_EQ(TextOf(dialog, 107), "8");
                    EXPECT_EQ(Utf8(Control(dialog, 113).GetToolTipText()), data);
@@ -229,7 +205,7 @@ TEST_F(TrnDataDlgTest, TellsThatTheDataEditorSavedNothing) {
                Type(dialog, 111, "9");
                Click(dialog, 116);
                EXPECT_EQ(TextOf(dialog, 111), "9");
-               EXPECT_EQ(TextOf(dialog, 113), kInputs + m_network.PatName);
+               EXPECT_EQ(TextOf(dialog, 113), kInputsLabel + m_network.PatName);
              },
              ClickStep(kCancelId)});
   EXPECT_THAT(m_dialogs.told,
