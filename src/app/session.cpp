@@ -8,6 +8,7 @@
 #include "base/paths.h"
 #include "netfile/connections_section.h"
 #include "netfile/header.h"
+#include "netfile/setup_save.h"
 
 namespace tarn {
 namespace {
@@ -52,6 +53,13 @@ Status ReadSetup(Session& session) {
   network.connections_edited.fill(false);
   network.reset_weights = false;
   return status;
+}
+
+void KeepUntitledSetup(Session& session) {
+  Network& network = session.network;
+  if (!IsUntitled(network.file_name)) return;
+  // Without it the record holds the setup all the same.
+  (void)SaveSetup(network, network.file_name, session.scratch.path());
 }
 
 Status LoadForTraining(Session& session, Notices& notices) {

@@ -34,6 +34,10 @@ void StartNewNetwork(Session& session);
 // Connection edits of an earlier setup are forgotten.
 Status ReadSetup(Session& session);
 
+// Writes the setup of an untitled network into its scratch file: should the load fail, the next
+// setup begins with what was entered. A network that the user has named is not touched.
+void KeepUntitledSetup(Session& session);
+
 // Reads the opened network and its training data: header, patterns, normalization, test set,
 // weights, connections. Notices are added for every fallback taken. After a failure the
 // network cannot be trained.

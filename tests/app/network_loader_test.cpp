@@ -122,6 +122,27 @@ TEST_F(NetworkLoaderTest, ForgetsConnectionEditsOfAnEarlierSetup) {
   EXPECT_FALSE(m_network.connections_edited[1]);
 }
 
+TEST_F(NetworkLoaderTest, KeepsTheSetupOfAnUntitledNetworkForTheNextLook) {
+  m_files.EnterDirectory("/home/nets");
+  StartNewNetwork(m_session);
+  EXPECT_EQ(ReadSetup(m_session).message(), "");
+  m_network.NetName = "Mine";
+  m_network.layers[1].nUnits = 7;
+  KeepUntitledSetup(m_session);
+  m_network.NetName = "forgotten";
+  EXPECT_EQ(ReadSetup(m_session).message(), "");
+  EXPECT_EQ(m_network.NetName, "Mine");
+  EXPECT_EQ(m_network.layers[1].nUnits, 7);
+}
+
+TEST_F(NetworkLoaderTest, LeavesTheFileOfANamedNetworkAlone) {
+  ReadTheSetup();
+  const std::string before = m_files.Get("/home/nets/test.net").value_or("");
+  m_network.NetName = "Mine";
+  KeepUntitledSetup(m_session);
+  EXPECT_EQ(m_files.Get("/home/nets/test.net").value_or(""), before);
+}
+
 TEST_F(NetworkLoaderTest, BeginsANewNetworkEachTime) {
   m_files.EnterDirectory("/home/nets");
   m_files.Put("/home/nets/UNTITLED.NE_", "left over");

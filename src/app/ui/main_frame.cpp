@@ -148,7 +148,9 @@ void TMain::SetUpTraining() {
   m_session.network.mode = Mode::kTraining;
   m_session.network.RecallTargets = true;
   TrnSetupDlg setup(this, m_session, m_dialogs, m_paths, [this] { UpdateCaption(); });
-  if (ShowModal(setup) == kOkId) BeginLoad(NetworkLoader::Kind::kEdited, setup.stored_shape());
+  if (ShowModal(setup) != kOkId) return;
+  KeepUntitledSetup(m_session);
+  BeginLoad(NetworkLoader::Kind::kEdited, setup.stored_shape());
 }
 
 void TMain::SetUpRecall() {
