@@ -163,7 +163,7 @@ bool TrainingRun::TimeIsUp() {
 
 // After the forward pass and after the backward pass of a training pattern.
 bool TrainingRun::StopsBefore(Stage next) {
-  return next == Stage::kBackward || next == Stage::kAdvance || next == Stage::kTestPattern;
+  return next == Stage::kBackward || next == Stage::kAdvance;
 }
 
 bool TrainingRun::MayPauseBefore(Stage next) const {

@@ -111,7 +111,7 @@ class TrainingRun {
     kUpdate,       // * weights change
     kIteration,    // * an iteration may have ended
     kScreen,       // a screen update begins
-    kTestPattern,  // ** a batch of the test set
+    kTestPattern,  // * a batch of the test set
     kRefresh,      // * figures and history
     kAutoSave,     // * snapshot
   };

@@ -41,26 +41,6 @@ TEST_F(TrainingRunStop, RunsAForwardPassFirstWhenAskedForAtOnce) {
   EXPECT_EQ(WeightBits(m_network), weights);
 }
 
-TEST_F(TrainingRunStop, EndsInTheMidstOfTheTestSet) {
-  m_network.UpdateRate = 1;
-  m_network.nTrain = 1;
-  m_network.testPats = 2;
-  m_network.train_list = {0};
-  m_network.test_list = {1, 2};
-  TrainingRun run(m_network, m_clock, m_observer, kHistory);
-  EXPECT_TRUE(run.Start().ok());
-  while (m_network.iteration == 0) ASSERT_EQ(run.RunFor(0), RunState::kRunning);
-  run.Stop();
-  EXPECT_EQ(run.RunFor(0), RunState::kStopped);
-  EXPECT_EQ(m_network.iteration, 1);
-  EXPECT_TRUE(m_observer.events.empty()) << "no figures of half a test set are shown";
-  EXPECT_EQ(m_network.rms_test, 0.0F);
-  EXPECT_TRUE(run.Start().ok());
-  while (m_network.iteration == 1) ASSERT_EQ(run.RunFor(0), RunState::kRunning);
-  while (m_observer.events.empty()) ASSERT_EQ(run.RunFor(0), RunState::kRunning);
-  EXPECT_GT(m_network.rms_test, 0.0F);
-}
-
 TEST_F(TrainingRunStop, GoesOnWithReplacedWeightsFromWhereTheSliceEnded) {
   // Before the second pattern, after its forward pass, after its backward pass.
   for (const int pieces : {3, 4, 5}) {
