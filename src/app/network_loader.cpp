@@ -40,7 +40,6 @@ NetworkShape ShapeOf(const Network& network) {
 }
 
 std::span<const NetworkLoader::Step> NetworkLoader::Steps(Kind kind) {
-  // Recall alone has the last step, an edited setup is not read again.
   static constexpr std::array<Step, 7> kSteps = {
       {{kLoadHeader, &NetworkLoader::ReadFile},
        {kLoadCount, &NetworkLoader::Count},
@@ -49,14 +48,7 @@ std::span<const NetworkLoader::Step> NetworkLoader::Steps(Kind kind) {
        {kLoadConnections, &NetworkLoader::ReadStoredConnections},
        {kLoadTestSet, &NetworkLoader::ChooseTestSet},
        {kLoadRecall, &NetworkLoader::Recall}}};
-  static constexpr std::array<Step, 5> kEditedSteps = {
-      {{kLoadCount, &NetworkLoader::Prepare},
-       {kLoadData, &NetworkLoader::ReadData},
-       {kLoadWeights, &NetworkLoader::ReadStoredWeights},
-       {kLoadConnections, &NetworkLoader::ReadStoredConnections},
-       {kLoadTestSet, &NetworkLoader::ChooseTestSet}}};
   const std::span<const Step> all(kSteps);
-  if (kind == Kind::kEdited) return kEditedSteps;
   return kind == Kind::kRecall ? all : all.first(all.size() - 1);
 }
 
@@ -81,20 +73,16 @@ Status NetworkLoader::DoStep(Notices& notices) {
 }
 
 Status NetworkLoader::ReadFile(Notices& notices) {
-  Status status = ReadHeader(m_session.network);
-  if (status.ok()) status = CheckShape(m_session.network);
-  if (status.ok()) CorrectRates(m_session.network, notices);
-  return status;
-}
-
-Status NetworkLoader::Prepare(Notices& notices) {
   Network& network = m_session.network;
-  Status status = CheckShape(network);
+  const bool edited = m_kind == Kind::kEdited;
+  Status status;
+  if (!edited) status = ReadHeader(network);
+  if (status.ok()) status = CheckShape(network);
   if (!status.ok()) return status;
   CorrectRates(network, notices);
   // Weights of another shape would be read into the wrong places.
-  if (ShapeOf(network) != m_stored) network.random_weights = true;
-  return Count(notices);
+  if (edited && ShapeOf(network) != m_stored) network.random_weights = true;
+  return status;
 }
 
 Status NetworkLoader::Count(Notices& notices) {

@@ -43,7 +43,6 @@ class NetworkLoader {
   static std::span<const Step> Steps(Kind kind);
 
   Status ReadFile(Notices& notices);
-  Status Prepare(Notices& notices);
   Status Count(Notices& notices);
   Status ReadData(Notices& notices);
   Status ReadStoredWeights(Notices& notices);

@@ -89,7 +89,6 @@ void TrainingDesk::Stop() {
 void TrainingDesk::HaltOrResume() {
   if (IsHalted()) {
     m_run->Resume();
-    m_view.ShowStatus(kTrainingStatus);
   } else {
     m_run->Halt();
   }

@@ -64,7 +64,7 @@ TEST_F(NetworkLoaderTest, KeepsWhatWasEditedSinceTheSetupWasRead) {
   const NetworkShape stored = ReadTheSetup();
   m_network.Eta = 0.875F;
   m_network.NetName = "Edited";
-  EXPECT_EQ(Load(NetworkLoader::Kind::kEdited, stored).front(), "Counting Patterns");
+  Load(NetworkLoader::Kind::kEdited, stored);
   EXPECT_EQ(m_status.message(), "");
   EXPECT_EQ(m_network.Eta, 0.875F);
   EXPECT_EQ(m_network.NetName, "Edited");

@@ -273,8 +273,7 @@ void TMain::TakeClient(wxWindow* client) {
 
 void TMain::RememberGeometry() {
   if (m_client == nullptr || IsIconized() || IsMaximized()) return;
-  m_settings.SetSize(m_client_name, GetClientSize());
-  m_settings.SetPosition(GetPosition());
+  m_settings.Remember(GetPosition(), m_client_name, GetClientSize());
 }
 
 void TMain::UpdateCaption() {

@@ -5,7 +5,6 @@
 #include <wx/log.h>
 #include <wx/stdpaths.h>
 #include <wx/utils.h>
-#include <wx/wfstream.h>
 
 namespace tarn {
 namespace {
@@ -38,14 +37,6 @@ wxPoint WindowSettings::Position() const {
           static_cast<int>(config.ReadLong("/Main/y", kNowhere))};
 }
 
-void WindowSettings::SetPosition(const wxPoint& position) {
-  const wxLogNull quiet;
-  wxFileName::Mkdir(SettingsFolder(), wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
-  wxFileConfig config(OpenConfig(m_path));
-  config.Write("/Main/x", position.x);
-  config.Write("/Main/y", position.y);
-}
-
 wxSize WindowSettings::Size(const wxString& client) const {
   const wxLogNull quiet;
   const wxFileConfig config(OpenConfig(m_path));
@@ -53,10 +44,12 @@ wxSize WindowSettings::Size(const wxString& client) const {
           static_cast<int>(config.ReadLong("/" + client + "/height", 0))};
 }
 
-void WindowSettings::SetSize(const wxString& client, const wxSize& size) {
+void WindowSettings::Remember(const wxPoint& position, const wxString& client, const wxSize& size) {
   const wxLogNull quiet;
   wxFileName::Mkdir(SettingsFolder(), wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
   wxFileConfig config(OpenConfig(m_path));
+  config.Write("/Main/x", position.x);
+  config.Write("/Main/y", position.y);
   config.Write("/" + client + "/width", size.x);
   config.Write("/" + client + "/height", size.y);
 }

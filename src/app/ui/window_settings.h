@@ -13,10 +13,9 @@ class WindowSettings {
 
   // On no display when none is known.
   wxPoint Position() const;
-  void SetPosition(const wxPoint& position);
   // By the name of the client; 0, 0 when none is known.
   wxSize Size(const wxString& client) const;
-  void SetSize(const wxString& client, const wxSize& size);
+  void Remember(const wxPoint& position, const wxString& client, const wxSize& size);
 
  private:
   wxString m_path;
