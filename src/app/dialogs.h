@@ -34,6 +34,14 @@ inline constexpr FileQuestion kSaveOutputsQuestion = {
 inline constexpr FileQuestion kSaveHistoryQuestion = {
     "Save Error History As ASCII File...", "Tarn Error File (*.err)|*.err|All Files(*.*)|*.*|",
     ".err", true};
+inline constexpr FileQuestion kSaveReportQuestion = {"Save Information as...",
+                                                     "bitmap (*.txt)|*.txt", ".txt", true};
+inline constexpr FileQuestion kSaveBitmapQuestion = {"Save NetGraph Bitmap as...",
+                                                     "bitmap (*.bmp)|*.bmp", ".bmp", true};
+inline constexpr FileQuestion kExportPictureQuestion = {
+    "Export Picture...", "PNG Picture (*.png)|*.png|SVG Picture (*.svg)|*.svg", ".png", true};
+inline constexpr FileQuestion kExportDataQuestion = {
+    "Export Data...", "Comma Separated Values (*.csv)|*.csv|All Files(*.*)|*.*|", ".csv", true};
 inline constexpr FileQuestion kInputDataQuestion = {"Select Input Node Data",
                                                     "All Files (*.*)|*.*|", ""};
 inline constexpr FileQuestion kTargetDataQuestion = {"Select Target Data", "All Files (*.*)|*.*|",
@@ -43,8 +51,11 @@ inline constexpr FileQuestion kTargetDataQuestion = {"Select Target Data", "All 
 enum class HelpTopic : int {
   kAutoSave = 0,
   kStartUp = 4,
+  kInformationBrowser = 13,
+  kNetGraph = 25,
   kRecallData = 39,
   kTraining = 40,
+  kConnections = 61,
   kNetworkDesign = 62,
   kTrainingData = 63,
   kTrainingParameters = 64,
