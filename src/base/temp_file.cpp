@@ -12,16 +12,47 @@ namespace {
 
 constexpr int kTries = 100;
 
+// A name is kPrefix, the number of the process, "-" and so many letters.
+constexpr std::string_view kPrefix = "Tarn";
+constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr size_t kLetterCount = 6;
+
 // A name that nobody has yet, with high probability; exclusive creation settles the rest.
 std::string FreshName() {
-  static constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
   std::random_device random;
-  std::string name = "Tarn" + ProcessName() + "-";
-  for (int i = 0; i < 6; ++i) name.push_back(kLetters[random() % kLetters.size()]);
+  std::string name = std::string(kPrefix) + ProcessName() + "-";
+  for (size_t i = 0; i < kLetterCount; ++i) name.push_back(kLetters[random() % kLetters.size()]);
   return name;
 }
 
+// Whether it is such a name, of a process that has ended. One that had the number of this process
+// has ended, too.
+bool IsAbandoned(std::string_view name) {
+  if (!name.starts_with(kPrefix)) return false;
+  name.remove_prefix(kPrefix.size());
+  const size_t dash = name.find('-');
+  if (dash == 0 || dash == std::string_view::npos) return false;
+  const std::string_view process = name.substr(0, dash);
+  const std::string_view letters = name.substr(dash + 1);
+  if (process.find_first_not_of("0123456789") != std::string_view::npos) return false;
+  if (letters.size() != kLetterCount) return false;
+  if (letters.find_first_not_of(kLetters) != std::string_view::npos) return false;
+  return process == ProcessName() || !IsLiveProcess(process);
+}
+
 }  // namespace
+
+void RemoveAbandonedFiles(const std::string& folder) {
+  for (const std::string& name : Files().NamesIn(folder)) {
+    if (!IsAbandoned(name)) continue;
+    const std::string path = JoinPath(folder, name);
+    if (Files().IsDirectory(path)) {
+      Files().RemoveFolder(path);
+    } else {
+      Files().Remove(path);
+    }
+  }
+}
 
 bool TempFile::Create(const std::string& folder) {
   Remove();

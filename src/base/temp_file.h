@@ -23,6 +23,10 @@ class TempFile {
   std::string m_path;
 };
 
+// Removes the temporary files and scratch folders in `folder` that no live process owns: those
+// of a program that was killed. To be called before this process makes any of its own.
+void RemoveAbandonedFiles(const std::string& folder);
+
 // A folder for scratch files with fixed names, private to this process and removed with all
 // that it holds: two programs at work at once never meet in it. Falls back to the system's
 // temporary folder itself, which is not removed, when none can be made.

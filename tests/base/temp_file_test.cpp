@@ -6,6 +6,9 @@
 #include <stdlib.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
 
 #include "base/file_layer.h"
 #include "support/faulty_files.h"
@@ -133,6 +136,56 @@ TEST(ScratchFolder, IsTheTemporaryFolderItselfWhenNoneCanBeMade) {
     EXPECT_EQ(scratch.path(), "/tmp");
   }
   EXPECT_TRUE(memory.Exists("/tmp/kept"));
+}
+
+// The number of a process that has ended.
+std::string EndedProcess() {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  EXPECT_EQ(::waitpid(child, nullptr, 0), child);
+  return std::to_string(child);
+}
+
+TEST(AbandonedFiles, AreRemovedWithAllThatTheyHold) {
+  const TempFolder folder;
+  const std::string report = folder / ("Tarn" + EndedProcess() + "-a0b1z9");
+  const std::string scratch = folder / ("Tarn" + EndedProcess() + "-zzzzzz");
+  const std::string earlier = folder / ("Tarn" + std::to_string(::getpid()) + "-abcdef");
+  WriteFile(report, "lines");
+  WriteFile(earlier, "of a process with the same number");
+  fs::create_directory(scratch);
+  WriteFile(scratch + "/~tarn1.cnx", "connections");
+  RemoveAbandonedFiles(folder.path());
+  EXPECT_FALSE(fs::exists(report));
+  EXPECT_FALSE(fs::exists(earlier));
+  EXPECT_FALSE(fs::exists(scratch));
+}
+
+TEST(AbandonedFiles, AreNoFilesOfALiveProcessAndNoneOfTheUser) {
+  const TempFolder folder;
+  const std::string ended = EndedProcess();
+  const std::string parent = std::to_string(::getppid());
+  const std::vector<std::string> kept = {"Tarn" + parent + "-abcdef",   "Tarn" + ended + "-abcde",
+                                         "Tarn" + ended + "-abcdefg",   "Tarn" + ended + "-abcdE1",
+                                         "Tarn" + ended + "-abc.ef",    "Tarn-abcdef",
+                                         "Tarn" + ended + "x-abcdef",   "tarn" + ended + "-abcdef",
+                                         "Tarnish" + ended + "-abcdef", "Tarn" + ended,
+                                         "Tarn" + ended + "-abcdef.txt"};
+  for (const std::string& name : kept) WriteFile(folder / name, "");
+  RemoveAbandonedFiles(folder.path());
+  for (const std::string& name : kept) EXPECT_TRUE(fs::exists(folder / name)) << name;
+}
+
+TEST(AbandonedFiles, LeaveWhatALinkPointsTo) {
+  const TempFolder folder;
+  const std::string kept = folder / "kept";
+  fs::create_directory(kept);
+  WriteFile(kept + "/file", "");
+  const std::string link = folder / ("Tarn" + EndedProcess() + "-abcdef");
+  fs::create_directory_symlink(kept, link);
+  RemoveAbandonedFiles(folder.path());
+  EXPECT_FALSE(fs::is_symlink(link));
+  EXPECT_TRUE(fs::exists(kept + "/file"));
 }
 
 }  // namespace
