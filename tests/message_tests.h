@@ -132,6 +132,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     // browser
     {kReportFileDenied, "ReportFileTest.AnswersForAFolderThatTakesNoFile"},
     {kReportUnreadable, "ReportTextTest.TellsThatAReportCannotBeRead"},
+    {kSelectionTooLarge, "SelectedText.HasALimit"},
     {kDivergedNodes, "DivergenceCheck.FindsNodesPinnedAtOneEnd"},
     {kNoDivergences, "DivergenceCheck.TellsThatThereIsNone"},
 
@@ -159,6 +160,8 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kLoadConnections, "NetworkLoaderTest.NamesItsSteps"},
     {kLoadTestSet, "NetworkLoaderTest.NamesItsSteps"},
     {kLoadRecall, "NetworkLoaderTest.RunsTheRecallAtLast"},
+    {kNoTargets, "StudyDeskTest.HasNoUseForTargetsThatARecallHasNot"},
+    {kAnalysisStopped, "StudyDeskTest.StopsATaskAndKeepsWhatWasShown"},
 });
 // clang-format on
 

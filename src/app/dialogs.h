@@ -73,6 +73,9 @@ class Dialogs {
   // nothing after Cancel.
   virtual std::optional<std::string> EnterValue(std::string_view caption, std::string_view prompt,
                                                 const std::string& text) = 0;
+  // The same where nothing is an answer, too: the text that was in the field.
+  virtual std::optional<std::string> EnterAnswer(std::string_view caption, std::string_view prompt,
+                                                 const std::string& text) = 0;
   // The full path; nothing after Cancel.
   virtual std::optional<std::string> ChooseFile(const FileQuestion& question) = 0;
   // The snapshot wanted, as it was typed or picked; nothing after Cancel.

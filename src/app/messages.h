@@ -11,6 +11,10 @@ inline constexpr std::string_view kSelectMode = "Select Recall or Training Execu
 inline constexpr std::string_view kAskToSave = "Save Network File?";
 inline constexpr std::string_view kAskToReset = "Reset Network to Untrained State?";
 
+// Of a command that compares with targets, and of an analysis that was left.
+inline constexpr std::string_view kNoTargets = "Needs targets: this recall has none";
+inline constexpr std::string_view kAnalysisStopped = "Analysis Stopped";
+
 // What the load status box names, step by step.
 inline constexpr std::string_view kLoadHeader = "Reading Network File";
 inline constexpr std::string_view kLoadCount = "Counting Patterns";
@@ -18,11 +22,12 @@ inline constexpr std::string_view kLoadData = "Reading Patterns";
 inline constexpr std::string_view kLoadWeights = "Reading Weights";
 inline constexpr std::string_view kLoadConnections = "Reading Connections";
 inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
-inline constexpr std::string_view kLoadRecall = "Running Recall";
+inline constexpr std::string_view kLoadRecall = "Processing Recall Inputs...";
 
 inline constexpr std::array kAppMessages = {
-    kUntrainedRecall, kSelectMode,  kAskToSave,       kAskToReset,  kLoadHeader, kLoadCount,
-    kLoadData,        kLoadWeights, kLoadConnections, kLoadTestSet, kLoadRecall};
+    kUntrainedRecall, kSelectMode, kAskToSave,      kAskToReset,      kLoadHeader,
+    kLoadCount,       kLoadData,   kLoadWeights,    kLoadConnections, kLoadTestSet,
+    kLoadRecall,      kNoTargets,  kAnalysisStopped};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";

@@ -70,6 +70,7 @@ class TrainingDesk : public TrainingObserver {
   // "Off", "On" or "From Iteration %d".
   std::string LearnRateControlText() const;
   const Network& network() const { return m_session.network; }
+  const std::string& history_path() const { return m_history.path(); }
   const RunFigures& figures() const { return m_run->figures(); }
 
  private:

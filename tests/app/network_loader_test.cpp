@@ -55,7 +55,7 @@ TEST_F(NetworkLoaderTest, RunsTheRecallAtLast) {
   m_network.RecallTargets = false;
   const std::vector<std::string> steps = Load(NetworkLoader::Kind::kRecall);
   EXPECT_EQ(m_status.message(), "");
-  EXPECT_EQ(steps.back(), "Running Recall");
+  EXPECT_EQ(steps.back(), "Processing Recall Inputs...");
   EXPECT_TRUE(m_network.results_ready);
 }
 

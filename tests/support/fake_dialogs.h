@@ -19,6 +19,11 @@ class FakeDialogs : public Dialogs {
   Answer Ask(const Message& question, AnswerChoice choice) override;
   std::optional<std::string> EnterValue(std::string_view caption, std::string_view prompt,
                                         const std::string& text) override;
+  // Answered and recorded as those of EnterValue are.
+  std::optional<std::string> EnterAnswer(std::string_view caption, std::string_view prompt,
+                                         const std::string& text) override {
+    return EnterValue(caption, prompt, text);
+  }
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override { help.push_back(topic); }

@@ -28,7 +28,8 @@ int NativeAnswers::Enter(wxDialog* dialog) {
   return wxID_NONE;
 }
 
-std::optional<std::string> AnsweredDialogs::ShowFileDialog(const FileQuestion& question) {
+std::optional<WindowDialogs::ChosenFile> AnsweredDialogs::ShowFileDialog(
+    const FileQuestion& question) {
   file_questions.emplace_back(question.title);
   if (files.empty()) {
     ADD_FAILURE() << "no file for " << question.title;
@@ -37,7 +38,7 @@ std::optional<std::string> AnsweredDialogs::ShowFileDialog(const FileQuestion& q
   const std::string path = files.front();
   files.pop_front();
   if (path.empty()) return std::nullopt;
-  return path;
+  return ChosenFile{path, 0};
 }
 
 }  // namespace tarn

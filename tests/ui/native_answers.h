@@ -43,7 +43,7 @@ class AnsweredDialogs : public WindowDialogs {
   std::vector<std::string> file_questions;  // the titles
 
  protected:
-  std::optional<std::string> ShowFileDialog(const FileQuestion& question) override;
+  std::optional<ChosenFile> ShowFileDialog(const FileQuestion& question) override;
 };
 
 }  // namespace tarn

@@ -22,13 +22,6 @@ TEST(FileDialogFilter, HasNoBarAtItsEnd) {
   EXPECT_EQ(Utf8(FileDialogFilter("All Files (*.*)|*.*|")), "All Files (*.*)|" + any);
 }
 
-TEST(FileExtension, IsAddedToANameThatHasNone) {
-  EXPECT_EQ(WithExtension("/home/me/iris", ".net"), "/home/me/iris.net");
-  EXPECT_EQ(WithExtension("/home/me/iris.txt", ".net"), "/home/me/iris.txt");
-  EXPECT_EQ(WithExtension("/home/my.nets/iris", ".net"), "/home/my.nets/iris.net");
-  EXPECT_EQ(WithExtension("/home/me/ö", ".out"), "/home/me/ö.out");
-}
-
 class SystemDialogs : public MainWindowFixture {
  protected:
   WindowDialogs m_system{m_paths};

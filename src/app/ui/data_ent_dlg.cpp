@@ -15,7 +15,7 @@ constexpr int kPromptText = 102;
 
 DataEntDlg::DataEntDlg(wxWindow* parent, std::string_view caption, std::string_view prompt,
                        const std::string& text)
-    : m_text(text) {
+    : m_offered(text) {
   LoadDialog(*this, parent, "DATAENT_DLG");
   SetTitle(Wide(caption));
   SetText(*this, kPromptText, prompt);
@@ -31,8 +31,7 @@ DataEntDlg::DataEntDlg(wxWindow* parent, std::string_view caption, std::string_v
 }
 
 void DataEntDlg::OnOk() {
-  const std::string entered = TextOf(*this, kValueEdit);
-  if (!entered.empty()) m_text = entered;
+  m_entered = TextOf(*this, kValueEdit);
   EndModal(kOkId);
 }
 

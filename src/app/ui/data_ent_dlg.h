@@ -13,12 +13,15 @@ class DataEntDlg : public wxDialog {
              const std::string& text);
 
   // After OK the text that was entered, or the first one when the field was left empty.
-  const std::string& text() const { return m_text; }
+  const std::string& text() const { return m_entered.empty() ? m_offered : m_entered; }
+  // What stood in the field.
+  const std::string& entered() const { return m_entered; }
 
  private:
   void OnOk();
 
-  std::string m_text;
+  const std::string m_offered;
+  std::string m_entered;
 };
 
 }  // namespace tarn

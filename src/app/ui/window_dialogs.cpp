@@ -1,13 +1,16 @@
 #include "app/ui/window_dialogs.h"
 
+#include <algorithm>
 #include <fmt/printf.h>
 #include <wx/app.h>
 #include <wx/filedlg.h>
 #include <wx/filefn.h>
 #include <wx/filename.h>
+#include <wx/frame.h>
 #include <wx/msgdlg.h>
 #include <wx/utils.h>
 
+#include "app/file_choice.h"
 #include "app/messages.h"
 #include "app/ui/data_ent_dlg.h"
 #include "app/ui/messages.h"
@@ -42,6 +45,9 @@ wxWindow* DialogParent() {
     auto* dialog = dynamic_cast<wxDialog*>(node->GetData());
     if (dialog != nullptr && dialog->IsModal()) return dialog;
   }
+  // Above the graph or the report that the user is at.
+  wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
+  if (dynamic_cast<wxFrame*>(active) != nullptr && !active->IsBeingDeleted()) return active;
   return wxTheApp->GetTopWindow();
 }
 
@@ -50,11 +56,6 @@ wxString FileDialogFilter(std::string_view filter) {
   wxString text = Wide(filter);
   text.Replace("|*.*", "|" + wxString(wxFileSelectorDefaultWildcardStr));
   return text;
-}
-
-std::string WithExtension(const std::string& path, std::string_view extension) {
-  const wxFileName name(Wide(path));
-  return name.HasExt() ? path : path + std::string(extension);
 }
 
 int WindowDialogs::ShowBox(const Message& message, long style) {
@@ -89,22 +90,34 @@ std::optional<std::string> WindowDialogs::EnterValue(std::string_view caption,
   return dialog.text();
 }
 
-std::optional<std::string> WindowDialogs::ShowFileDialog(const FileQuestion& question) {
+std::optional<std::string> WindowDialogs::EnterAnswer(std::string_view caption,
+                                                      std::string_view prompt,
+                                                      const std::string& text) {
+  const Opened opened(m_open);
+  DataEntDlg dialog(DialogParent(), caption, prompt, text);
+  if (dialog.ShowModal() != kOkId) return std::nullopt;
+  return dialog.entered();
+}
+
+std::optional<WindowDialogs::ChosenFile> WindowDialogs::ShowFileDialog(
+    const FileQuestion& question) {
   const long style =
       question.saving ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST;
   const Opened opened(m_system_open);
   wxFileDialog dialog(DialogParent(), Wide(question.title), wxGetCwd(), "",
                       FileDialogFilter(question.filter), style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  return Utf8(dialog.GetPath());
+  const int filter = std::max(dialog.GetFilterIndex(), 0);
+  return ChosenFile{Utf8(dialog.GetPath()), static_cast<size_t>(filter)};
 }
 
 std::optional<std::string> WindowDialogs::ChooseFile(const FileQuestion& question) {
   while (true) {
-    std::optional<std::string> chosen = ShowFileDialog(question);
-    if (!chosen || !question.saving) return chosen;
-    const std::string path = WithExtension(*chosen, question.extension);
-    if (!ReplacesUnasked(*chosen, path)) return path;
+    const std::optional<ChosenFile> chosen = ShowFileDialog(question);
+    if (!chosen) return std::nullopt;
+    if (!question.saving) return chosen->path;
+    const std::string path = WithExtension(chosen->path, ExtensionUnder(question, chosen->filter));
+    if (!ReplacesUnasked(chosen->path, path)) return path;
     // The dialog has asked about the name without the extension.
     const Message again = {std::string(question.title), fmt::sprintf(kAskToReplace.data(), path),
                            MessageIcon::kQuestion};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,6 +25,8 @@ class WindowDialogs : public Dialogs {
   Answer Ask(const Message& question, AnswerChoice choice) override;
   std::optional<std::string> EnterValue(std::string_view caption, std::string_view prompt,
                                         const std::string& text) override;
+  std::optional<std::string> EnterAnswer(std::string_view caption, std::string_view prompt,
+                                         const std::string& text) override;
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override;
@@ -33,8 +36,12 @@ class WindowDialogs : public Dialogs {
   void ShowBusy(bool busy) override;
 
  protected:
+  struct ChosenFile {
+    std::string path;
+    size_t filter = 0;  // the one that was chosen with it
+  };
   // The system's file dialog, shown once.
-  virtual std::optional<std::string> ShowFileDialog(const FileQuestion& question);
+  virtual std::optional<ChosenFile> ShowFileDialog(const FileQuestion& question);
 
  private:
   int ShowBox(const Message& message, long style);
@@ -45,14 +52,12 @@ class WindowDialogs : public Dialogs {
   std::unique_ptr<wxHtmlHelpController> m_help;
 };
 
-// The window that the next dialog belongs to: the innermost modal dialog, else the main window.
+// The window that the next dialog belongs to: the innermost modal dialog, else the window that has
+// the focus, else the main window.
 wxWindow* DialogParent();
 
 // The filter in the form that the file dialogs take: no "|" at the end, and every file stands
 // for "*.*" everywhere.
 wxString FileDialogFilter(std::string_view filter);
-
-// The path with the extension when its name has none.
-std::string WithExtension(const std::string& path, std::string_view extension);
 
 }  // namespace tarn
