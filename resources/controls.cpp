@@ -4,6 +4,7 @@
 #include <wx/checkbox.h>
 #include <wx/combobox.h>
 #include <wx/control.h>
+#include <wx/icon.h>
 #include <wx/panel.h>
 #include <wx/radiobut.h>
 #include <wx/textctrl.h>
@@ -42,6 +43,12 @@ void LoadPanel(wxPanel& panel, wxWindow* parent, const char* name) {
   if (!wxXmlResource::Get()->LoadPanel(&panel, parent, name)) {
     throw std::runtime_error(std::string("no panel resource ") + name);
   }
+}
+
+void SetProgramIcon(wxTopLevelWindow& window) {
+  wxIcon icon;
+  icon.CopyFromBitmap(wxXmlResource::Get()->LoadBitmap("TARN_ICON"));
+  window.SetIcon(icon);
 }
 
 wxWindow& Control(const wxWindow& window, int id) {

@@ -5,6 +5,7 @@
 #include <wx/dialog.h>
 #include <wx/panel.h>
 #include <wx/string.h>
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 // Windows loaded from the resources, and their controls by number.
@@ -28,6 +29,9 @@ inline std::string Utf8(const wxString& text) {
 // Enter and Escape of a dialog work by the numbers above; `parent` may be null for a dialog.
 void LoadDialog(wxDialog& dialog, wxWindow* parent, const char* name);
 void LoadPanel(wxPanel& panel, wxWindow* parent, const char* name);
+
+// The icon of the program in the frame of a window.
+void SetProgramIcon(wxTopLevelWindow& window);
 
 // The control of that number, which the resource has.
 wxWindow& Control(const wxWindow& window, int id);

@@ -16,6 +16,14 @@ inline constexpr std::string_view kNetworkDesignError = "Network Design Error";
 inline constexpr std::string_view kErrorCaption = "Error";
 inline constexpr std::string_view kInsufficientLayers = "Insufficient layers for this option";
 
+inline constexpr std::string_view kConnectionEditorCaption =
+    "Connection Editor: From Layer %d to Layer %d";
+inline constexpr std::string_view kConnectionText = "From L%d N%d to L%d N%d";
+inline constexpr std::string_view kConnectionsMemory =
+    "Memory insufficient for allocation of connections";
+inline constexpr std::string_view kConnectionsNotKept =
+    "The connections could not be written into the temporary folder";
+
 inline constexpr std::string_view kTrainingParameterError = "Training Parameter Error";
 inline constexpr std::string_view kFastPropRange = "Fast-Prop coefficient range is 0. to 3.";
 inline constexpr std::string_view kMomentumRange = "Momentum factor range is 0. to 1.";
@@ -59,15 +67,45 @@ inline constexpr std::string_view kOptionWantsTransfer =
 inline constexpr std::string_view kTransferNameCount =
     "--transfer takes one name, or one for each of the %d layers above the input layer, not %d";
 
-inline constexpr std::array kSetupMessages = {
-    kNetworkDesignError, kErrorCaption,        kInsufficientLayers,    kTrainingParameterError,
-    kFastPropRange,      kMomentumRange,       kEtaMaxRange,           kEtaMinRange,
-    kEtaRange,           kUpdateRateRange,     kAutoSaveRateRange,     kLrcStartRange,
-    kMaxIterationsRange, kTrainingDataError,   kRecallDataError,       kInputFileNotFound,
-    kTargetFileNotFound, kInvalidRequest,      kNoHandOverFile,        kOptionWantsInteger,
-    kOptionWantsReal,    kOptionWantsSwitch,   kOptionWantsTestMethod, kOptionWantsTransfer,
-    kTransferNameCount,  kScreenUpdateInvalid, kAutoSaveInvalid,       kIterationsInvalid,
-    kPatternsInvalid,    kToleranceInvalid,    kToleranceMonitors,     kFastPropInvalid,
-    kMomentumInvalid,    kEtaMaxInvalid,       kEtaMinInvalid,         kLearnRateInvalid};
+inline constexpr std::array kSetupMessages = {kNetworkDesignError,
+                                              kErrorCaption,
+                                              kInsufficientLayers,
+                                              kTrainingParameterError,
+                                              kFastPropRange,
+                                              kMomentumRange,
+                                              kEtaMaxRange,
+                                              kEtaMinRange,
+                                              kEtaRange,
+                                              kUpdateRateRange,
+                                              kAutoSaveRateRange,
+                                              kLrcStartRange,
+                                              kMaxIterationsRange,
+                                              kTrainingDataError,
+                                              kRecallDataError,
+                                              kInputFileNotFound,
+                                              kTargetFileNotFound,
+                                              kInvalidRequest,
+                                              kNoHandOverFile,
+                                              kOptionWantsInteger,
+                                              kOptionWantsReal,
+                                              kOptionWantsSwitch,
+                                              kOptionWantsTestMethod,
+                                              kOptionWantsTransfer,
+                                              kTransferNameCount,
+                                              kScreenUpdateInvalid,
+                                              kAutoSaveInvalid,
+                                              kIterationsInvalid,
+                                              kPatternsInvalid,
+                                              kToleranceInvalid,
+                                              kToleranceMonitors,
+                                              kFastPropInvalid,
+                                              kMomentumInvalid,
+                                              kEtaMaxInvalid,
+                                              kEtaMinInvalid,
+                                              kLearnRateInvalid,
+                                              kConnectionEditorCaption,
+                                              kConnectionText,
+                                              kConnectionsMemory,
+                                              kConnectionsNotKept};
 
 }  // namespace tarn

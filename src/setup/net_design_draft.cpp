@@ -108,6 +108,7 @@ ConnectionsRequest CheckDesign(const NetDesignDraft& draft, const Network& netwo
     request.design.layers[l].TransFunc = network.layers[l].TransFunc;
   }
   request.design.file_name = network.file_name;
+  request.design.connections_edited = draft.connections_edited;
   DraftResult result = FieldCheck(draft, request.design).Run();
   request.messages = std::move(result.messages);
   return request;
@@ -164,6 +165,18 @@ ConnectionsRequest NetDesignDraft::ConnectionsOfHidden(int32_t row, const Networ
 ConnectionsRequest NetDesignDraft::ConnectionsOfOutput(const Network& network) const {
   ConnectionsRequest request = CheckDesign(*this, network);
   if (request.messages.empty()) request.receiving_layer = request.design.nLayers - 1;
+  return request;
+}
+
+DesignRequest NetDesignDraft::DesignToView(const Network& network) const {
+  DesignRequest request = CheckDesign(*this, network);
+  if (!request.messages.empty()) return request;
+  // A field that is left empty may stand for a count that is no good either.
+  const Status usable = CheckShape(request.design);
+  if (usable.ok()) return request;
+  DraftResult result;
+  result.Refuse(kNetworkDesignError, usable.message());
+  request.messages = std::move(result.messages);
   return request;
 }
 

@@ -19,12 +19,16 @@ struct LayerRequest {
   int32_t layer = 0;  // 1..9; 0: nothing opens
 };
 
-// The same for the connection editor, with the design as typed so far: name, layer count, node
-// counts, transfer functions and the file whose CONNECTIONS section holds. No arrays.
-struct ConnectionsRequest {
+// The design as typed so far: name, layer count, node counts, transfer functions, edit marks and
+// the file whose CONNECTIONS section holds. No arrays. With messages it is not to be used.
+struct DesignRequest {
   std::vector<Message> messages;
-  int32_t receiving_layer = 0;  // 1..9; 0: nothing opens
   Network design;
+};
+
+// The same for the connection editor.
+struct ConnectionsRequest : DesignRequest {
+  int32_t receiving_layer = 0;  // 1..9; 0: nothing opens
 };
 
 // The network design dialog (`NetDesignDlg`) without its window: every field as text.
@@ -60,6 +64,9 @@ struct NetDesignDraft {
   // "Connections..." of hidden row 1..8 and of the output row. The network is only read.
   ConnectionsRequest ConnectionsOfHidden(int32_t row, const Network& network) const;
   ConnectionsRequest ConnectionsOfOutput(const Network& network) const;
+
+  // "View Network". The network is only read.
+  DesignRequest DesignToView(const Network& network) const;
 };
 
 }  // namespace tarn

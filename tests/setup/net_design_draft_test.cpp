@@ -314,6 +314,7 @@ TEST(ConnectionsButton, GivesTheDesignTypedSoFarAndLeavesTheNetworkAlone) {
   draft.input_nodes = "7";
   draft.hidden_nodes[0] = "";
   draft.hidden_nodes[1] = "9";
+  draft.connections_edited[3] = true;
   const ConnectionsRequest request = draft.ConnectionsOfOutput(network);
   EXPECT_EQ(request.receiving_layer, 3);
   EXPECT_EQ(request.design.nLayers, 4);
@@ -322,6 +323,7 @@ TEST(ConnectionsButton, GivesTheDesignTypedSoFarAndLeavesTheNetworkAlone) {
   EXPECT_EQ(request.design.layers[2].nUnits, 9);
   EXPECT_EQ(request.design.layers[3].nUnits, 3);
   EXPECT_EQ(request.design.file_name, "a.net");
+  EXPECT_TRUE(request.design.connections_edited[3]);
   EXPECT_EQ(network.nLayers, 3);
   EXPECT_EQ(network.layers[0].nUnits, 4);
 }
@@ -339,6 +341,41 @@ TEST(ConnectionsButton, OpensNothingWhenTheFieldCheckFails) {
                 ElementsAre(kLayerCountText, "Invalid value for input node count"));
   }
   EXPECT_EQ(network.nLayers, 3);
+}
+
+TEST(ViewButton, ShowsTheDesignTypedSoFarAndLeavesTheNetworkAlone) {
+  Network network = MakeNetwork({4, 8, 3});
+  network.file_name = "a.net";
+  NetDesignDraft draft = Loaded(network);
+  draft.input_nodes = "7";
+  draft.transfer[1] = kSech;
+  draft.connections_edited[2] = true;
+  const DesignRequest request = draft.DesignToView(network);
+  EXPECT_THAT(request.messages, IsEmpty());
+  EXPECT_EQ(request.design.nLayers, 3);
+  EXPECT_EQ(request.design.layers[0].nUnits, 7);
+  EXPECT_EQ(request.design.layers[1].TransFunc, kSech);
+  EXPECT_EQ(request.design.file_name, "a.net");
+  EXPECT_TRUE(request.design.connections_edited[2]);
+  EXPECT_EQ(network.layers[0].nUnits, 4);
+}
+
+TEST(ViewButton, TellsWhyThereIsNothingToDraw) {
+  const Network network = MakeNetwork({4, 8, 3});
+  NetDesignDraft draft = Loaded(network);
+  draft.layer_count = "x";
+  draft.hidden_nodes[0] = "-2";
+  EXPECT_THAT(TextsOf(draft.DesignToView(network).messages),
+              ElementsAre(kLayerCountText, "Hidden layer 1 has an invalid node count"));
+}
+
+TEST(ViewButton, NeverGivesADesignThatHasNoShape) {
+  Network network = MakeNetwork({4, 8, 3});
+  network.layers[0].nUnits = 0;
+  NetDesignDraft draft = Loaded(network);
+  draft.input_nodes.clear();
+  EXPECT_THAT(TextsOf(draft.DesignToView(network).messages),
+              ElementsAre("Invalid value for input node count"));
 }
 
 }  // namespace

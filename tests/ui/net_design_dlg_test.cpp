@@ -6,7 +6,10 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
+#include <wx/listbox.h>
 
+#include "base/temp_file.h"
+#include "netfile/connections_section.h"
 #include "resources/controls.h"
 #include "setup/setup_fixture.h"
 #include "support/fake_dialogs.h"
@@ -27,7 +30,7 @@ class NetDesignDlgTest : public testing::Test {
   using DialogStep = std::function<void(NetDesignDlg&)>;
 
   int Run(const std::vector<DialogStep>& steps) {
-    NetDesignDlg dialog(nullptr, m_network, m_dialogs, m_windows);
+    NetDesignDlg dialog(nullptr, m_network, m_dialogs, m_scratch.path());
     std::vector<Step> bound;
     for (const DialogStep& step : steps) bound.push_back([&dialog, step] { step(dialog); });
     return RunModal(dialog, bound);
@@ -42,14 +45,19 @@ class NetDesignDlgTest : public testing::Test {
       Click(*TopDialog(), kOkId);
     };
   }
-  // Lets the connection editor record what it is opened with.
-  void RecordConnections() {
-    m_windows.edit_connections = [this](ConnectionsRequest& request, bool& edited) {
-      m_receiving.push_back(request.receiving_layer);
-      m_design = request.design;
-      m_was_edited.push_back(edited);
-      edited = true;
+  // In the connection editor that is open: removes the first connection.
+  static DialogStep RemoveStep(std::string caption) {
+    return [caption](NetDesignDlg&) {
+      wxDialog& editor = *TopDialog();
+      EXPECT_EQ(Utf8(editor.GetTitle()), caption);
+      Control<wxListBox>(editor, 101).SetSelection(0);
+      Click(editor, 103);
+      Click(editor, kOkId);
     };
+  }
+  static std::string EditorCaption(int layer) {
+    return "Connection Editor: From Layer " + std::to_string(layer) + " to Layer " +
+           std::to_string(layer + 1);
   }
   std::vector<int32_t> Codes() const {
     std::vector<int32_t> codes;
@@ -59,10 +67,7 @@ class NetDesignDlgTest : public testing::Test {
 
   FakeDialogs m_dialogs;
   Network m_network = MakeNetwork({4, 8, 6, 3});
-  DesignWindows m_windows;
-  std::vector<int32_t> m_receiving;
-  std::vector<bool> m_was_edited;
-  Network m_design;
+  ScratchFolder m_scratch;
 };
 
 TEST_F(NetDesignDlgTest, OpensWithTheDesignAndLeavesMissingRowsEmpty) {
@@ -219,82 +224,72 @@ TEST_F(NetDesignDlgTest, OpensNoTransferFunctionsOfOutputsWithoutAUsableLayerCou
   EXPECT_THAT(m_dialogs.told, ElementsAre(kLayerCountTold));
 }
 
-TEST_F(NetDesignDlgTest, OpensTheConnectionsOfEachRowByItsButton) {
+TEST_F(NetDesignDlgTest, EditsTheConnectionsOfEachRowByItsButton) {
   m_network = MakeNetwork({1, 2, 2, 2, 2, 2, 2, 2, 2, 3});
-  RecordConnections();
   std::vector<DialogStep> steps;
-  for (int id = 139; id <= 147; ++id) steps.push_back(ClickStep(id));
+  for (int layer = 1; layer <= 9; ++layer) {
+    steps.push_back(ClickStep(138 + layer));
+    steps.push_back(RemoveStep(EditorCaption(layer)));
+  }
   steps.push_back(ClickStep(kOkId));
   EXPECT_EQ(Run(steps), kOkId);
-  EXPECT_THAT(m_receiving, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));
   EXPECT_THAT(m_network.connections_edited,
               ElementsAre(false, true, true, true, true, true, true, true, true, true));
+  const RemovedConnection first = {0, 0};
+  for (int32_t layer = 1; layer <= 9; ++layer) {
+    EXPECT_THAT(RemovedConnections(m_network, layer, m_scratch.path()), ElementsAre(first));
+  }
 }
 
-TEST_F(NetDesignDlgTest, GivesTheConnectionsTheDesignTypedSoFarAndTheLayersFlag) {
-  m_network.file_name = "a.net";
-  m_network.connections_edited[1] = true;
-  RecordConnections();
+TEST_F(NetDesignDlgTest, EditsTheConnectionsOfTheDesignTypedSoFar) {
   EXPECT_EQ(Run({[](NetDesignDlg& dialog) {
                    Type(dialog, 102, "7");
                    Type(dialog, 103, "9");
                    Click(dialog, 139);
-                   Click(dialog, 140);
+                 },
+                 [](NetDesignDlg&) {
+                   const auto& list = Control<wxListBox>(*TopDialog(), 101);
+                   EXPECT_EQ(list.GetCount(), 63U);
+                   EXPECT_EQ(Utf8(list.GetString(62)), "From L1 N7 to L2 N9");
+                   Click(*TopDialog(), kCancelId);
                  },
                  ClickStep(kCancelId)}),
             kCancelId);
-  EXPECT_THAT(m_receiving, ElementsAre(1, 2));
-  EXPECT_THAT(m_was_edited, ElementsAre(true, false));
-  EXPECT_EQ(m_design.layers[0].nUnits, 7);
-  EXPECT_EQ(m_design.layers[1].nUnits, 9);
-  EXPECT_EQ(m_design.file_name, "a.net");
   EXPECT_EQ(m_network.layers[0].nUnits, 4);
-  EXPECT_TRUE(m_network.connections_edited[1]);
-  EXPECT_FALSE(m_network.connections_edited[2]);
+}
+
+TEST_F(NetDesignDlgTest, ShowsConnectionsRemovedBeforeAndMarksTheLayerWithOkAlone) {
+  EXPECT_EQ(Run({ClickStep(147), RemoveStep(EditorCaption(3)), ClickStep(147),
+                 [](NetDesignDlg&) {
+                   const auto& list = Control<wxListBox>(*TopDialog(), 102);
+                   EXPECT_THAT(Utf8(list.GetString(0)), "From L3 N1 to L4 N1");
+                   Click(*TopDialog(), kOkId);
+                 },
+                 ClickStep(kCancelId)}),
+            kCancelId);
+  EXPECT_FALSE(m_network.connections_edited[3]);
 }
 
 TEST_F(NetDesignDlgTest, OpensNoConnectionsOfALayerThatIsMissing) {
-  RecordConnections();
-  (void)Run({ClickStep(143), ClickStep(kCancelId)});
+  (void)Run({[](NetDesignDlg& dialog) {
+               Click(dialog, 143);
+               EXPECT_EQ(TopDialog(), &dialog);
+             },
+             ClickStep(kCancelId)});
   EXPECT_THAT(m_dialogs.told, ElementsAre("Error|Insufficient layers for this option"));
-  EXPECT_THAT(m_receiving, IsEmpty());
 }
 
 TEST_F(NetDesignDlgTest, OpensNoConnectionsWhileAFieldFails) {
-  RecordConnections();
   (void)Run({[](NetDesignDlg& dialog) {
                Type(dialog, 102, "0");
                Click(dialog, 139);
                Click(dialog, 147);
+               EXPECT_EQ(TopDialog(), &dialog);
              },
              ClickStep(kCancelId)});
   EXPECT_THAT(m_dialogs.told,
               ElementsAre("Network Design Error|Invalid value for input node count",
                           "Network Design Error|Invalid value for input node count"));
-  EXPECT_THAT(m_receiving, IsEmpty());
-}
-
-TEST_F(NetDesignDlgTest, OpensTheNetworkView) {
-  int views = 0;
-  m_windows.view_network = [&views] { ++views; };
-  (void)Run({ClickStep(149), ClickStep(kCancelId)});
-  EXPECT_EQ(views, 1);
-}
-
-TEST_F(NetDesignDlgTest, DisablesTheButtonsOfWindowsThatAreMissing) {
-  RecordConnections();
-  (void)Run({[](NetDesignDlg& dialog) {
-               EXPECT_FALSE(Control(dialog, 149).IsEnabled());
-               for (int id = 139; id <= 147; ++id) EXPECT_TRUE(Control(dialog, id).IsEnabled());
-             },
-             ClickStep(kCancelId)});
-  m_windows = {};
-  m_windows.view_network = [] {};
-  (void)Run({[](NetDesignDlg& dialog) {
-               EXPECT_TRUE(Control(dialog, 149).IsEnabled());
-               for (int id = 139; id <= 147; ++id) EXPECT_FALSE(Control(dialog, id).IsEnabled());
-             },
-             ClickStep(kCancelId)});
 }
 
 TEST_F(NetDesignDlgTest, CutsALongNameAtSeventyNineCharacters) {
@@ -311,8 +306,6 @@ TEST_F(NetDesignDlgTest, OpensItsHelp) {
 }
 
 TEST_F(NetDesignDlgTest, IsWalkedThroughInReadingOrder) {
-  m_windows.view_network = [] {};
-  RecordConnections();
   std::vector<int> order = {101, 102};
   for (int row = 1; row <= 8; ++row) {
     order.insert(order.end(),

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
+#include <wx/listbox.h>
 
 #include "netfile/connections_section.h"
 #include "netfile/header.h"
@@ -27,8 +28,7 @@ class TrnSetupDlgTest : public testing::Test {
   }
 
   int Run(const std::vector<Step>& steps) {
-    TrnSetupDlg dialog(
-        nullptr, m_session, m_dialogs, m_paths, [this] { ++m_file_changes; }, m_windows);
+    TrnSetupDlg dialog(nullptr, m_session, m_dialogs, m_paths, [this] { ++m_file_changes; });
     m_dialog = &dialog;
     const int result = RunModal(dialog, steps);
     m_shape = dialog.stored_shape();
@@ -49,7 +49,6 @@ class TrnSetupDlgTest : public testing::Test {
   Session m_session;
   FakeDialogs m_dialogs;
   ApplicationPaths m_paths;
-  DesignWindows m_windows;
   TrnSetupDlg* m_dialog = nullptr;  // while it runs
   NetworkShape m_shape{};
   int m_file_changes = 0;
@@ -97,22 +96,25 @@ TEST_F(TrnSetupDlgTest, KeepsPendingConnectionsWhenTheLoadFails) {
 }
 
 TEST_F(TrnSetupDlgTest, OpensTheNetworkDesign) {
-  EXPECT_EQ(Run({Open(101), ExpectTop("Network Design"),
-                 [] {
-                   EXPECT_FALSE(Control(*TopDialog(), 149).IsEnabled());
-                   Type(*TopDialog(), 103, "9");
-                 },
+  EXPECT_EQ(Run({Open(101), ExpectTop("Network Design"), [] { Type(*TopDialog(), 103, "9"); },
                  ClickTop(kOkId), ExpectTop("Training Setup"), Open(kOkId)}),
             kOkId);
   EXPECT_EQ(m_session.network.layers[1].nUnits, 9);
   EXPECT_EQ(m_shape[1], 2);
 }
 
-TEST_F(TrnSetupDlgTest, HandsTheWindowsOnToTheNetworkDesign) {
-  int views = 0;
-  m_windows.view_network = [&views] { ++views; };
-  (void)Run({Open(101), ClickTop(149), ClickTop(kCancelId), Open(kCancelId)});
-  EXPECT_EQ(views, 1);
+TEST_F(TrnSetupDlgTest, SavesTheConnectionsThatWereRemoved) {
+  m_dialogs.files = {m_folder / "b.net"};
+  (void)Run({Open(101), ClickTop(139), ExpectTop("Connection Editor: From Layer 1 to Layer 2"),
+             [] {
+               auto& list = Control<wxListBox>(*TopDialog(), 101);
+               list.SetSelection(0);
+               list.SetSelection(3);
+             },
+             ClickTop(103), ClickTop(kOkId), ClickTop(kOkId), Open(104), Open(kOkId)});
+  EXPECT_THAT(m_dialogs.told, IsEmpty());
+  EXPECT_THAT(ReadFile(m_folder / "b.net"),
+              testing::HasSubstr("CONNECTIONS:READ\n2\n1 0 0\n1 1 1\nCONNECTIONS:STOP\n"));
 }
 
 TEST_F(TrnSetupDlgTest, OpensTransferFunctionsTwoDialogsDeep) {

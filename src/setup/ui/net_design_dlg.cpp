@@ -7,6 +7,7 @@
 
 #include "resources/controls.h"
 #include "setup/edit_text.h"
+#include "setup/ui/net_connect_dlg.h"
 #include "setup/ui/trans_dlg.h"
 
 namespace tarn {
@@ -23,16 +24,16 @@ constexpr int kViewButton = 149;
 }  // namespace
 
 NetDesignDlg::NetDesignDlg(wxWindow* parent, Network& network, Dialogs& dialogs,
-                           DesignWindows windows)
+                           std::string scratch_folder)
     : SetupDialog(parent, "NDESIGN_DLG", dialogs, HelpTopic::kNetworkDesign, kHelpId),
       m_network(network),
-      m_windows(std::move(windows)) {
+      m_scratch_folder(std::move(scratch_folder)) {
   m_draft.Load(network);
   TieEdits();
   for (int32_t row = 1; row <= static_cast<int32_t>(kHiddenRows); ++row) BindHiddenRow(row);
   BindOutputRow();
-  OnButton(kViewButton, [this] { m_windows.view_network(); });
-  Control(*this, kViewButton).Enable(m_windows.view_network != nullptr);
+  OnButton(kViewButton, [this] { ViewNetwork(); });
+  Bind(wxEVT_TEXT, [this](wxCommandEvent&) { UpdateView(); });
   OnButton(kOkId, [this] { Accept(); });
   FocusEdit(*this, NetDesignDraft::kNameEdit);
 }
@@ -53,7 +54,6 @@ void NetDesignDlg::BindHiddenRow(int32_t row) {
     ReadFields();
     OpenConnections(m_draft.ConnectionsOfHidden(row, m_network));
   });
-  Control(*this, kConnectionsButtons[place]).Enable(m_windows.edit_connections != nullptr);
 }
 
 void NetDesignDlg::BindOutputRow() {
@@ -62,11 +62,11 @@ void NetDesignDlg::BindOutputRow() {
     ReadFields();
     OpenConnections(m_draft.ConnectionsOfOutput(m_network));
   });
-  Control(*this, kOutputConnectionsButton).Enable(m_windows.edit_connections != nullptr);
 }
 
 void NetDesignDlg::ChooseTransfer(int32_t layer) {
   TransDlg(this, m_draft.transfer[static_cast<size_t>(layer)], dialogs()).ShowModal();
+  UpdateView();
 }
 
 void NetDesignDlg::ChooseOutputTransfer() {
@@ -76,11 +76,37 @@ void NetDesignDlg::ChooseOutputTransfer() {
   if (request.layer != 0) ChooseTransfer(request.layer);
 }
 
-void NetDesignDlg::OpenConnections(ConnectionsRequest request) {
+void NetDesignDlg::OpenConnections(const ConnectionsRequest& request) {
   TellAll(request.messages);
   if (request.receiving_layer == 0) return;
-  const auto layer = static_cast<size_t>(request.receiving_layer);
-  m_windows.edit_connections(request, m_draft.connections_edited[layer]);
+  bool& edited = m_draft.connections_edited[static_cast<size_t>(request.receiving_layer)];
+  NetConnectDlg(this, request, edited, m_scratch_folder, dialogs()).ShowModal();
+  UpdateView();
+}
+
+void NetDesignDlg::ViewNetwork() {
+  ReadFields();
+  DesignRequest request = m_draft.DesignToView(m_network);
+  TellAll(request.messages);
+  if (!request.messages.empty()) return;
+  m_viewed = std::move(request.design);
+  if (m_view == nullptr) {
+    m_view = new NetViewDlg(this, m_viewed, m_scratch_folder, dialogs());
+    m_view->Show();
+  } else {
+    m_view->Redraw();
+    m_view->Iconize(false);
+  }
+  m_view->Raise();
+}
+
+void NetDesignDlg::UpdateView() {
+  if (m_view == nullptr) return;
+  ReadFields();
+  DesignRequest request = m_draft.DesignToView(m_network);
+  if (!request.messages.empty()) return;
+  m_viewed = std::move(request.design);
+  m_view->Redraw();
 }
 
 void NetDesignDlg::Accept() {

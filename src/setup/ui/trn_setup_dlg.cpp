@@ -5,6 +5,7 @@
 #include "app/messages.h"
 #include "app/saving.h"
 #include "resources/controls.h"
+#include "setup/ui/net_design_dlg.h"
 #include "setup/ui/trn_data_dlg.h"
 #include "setup/ui/trn_param_dlg.h"
 
@@ -19,14 +20,13 @@ constexpr int kSaveButton = 104;
 }  // namespace
 
 TrnSetupDlg::TrnSetupDlg(wxWindow* parent, Session& session, Dialogs& dialogs,
-                         const ApplicationPaths& paths, std::function<void()> file_changed,
-                         DesignWindows windows)
+                         const ApplicationPaths& paths, std::function<void()> file_changed)
     : SetupDialog(parent, "TSETUP_DLG", dialogs, HelpTopic::kTrainingSetup, kHelpId),
       m_session(session),
       m_file_changed(std::move(file_changed)) {
   Network& network = session.network;
-  OnButton(kDesignButton, [this, &network, &dialogs, windows = std::move(windows)] {
-    NetDesignDlg(this, network, dialogs, windows).ShowModal();
+  OnButton(kDesignButton, [this, &network, &dialogs] {
+    NetDesignDlg(this, network, dialogs, m_session.scratch.path()).ShowModal();
   });
   OnButton(kDataButton, [this, &network, &dialogs, &paths] {
     TrnDataDlg(this, network, dialogs, paths).ShowModal();

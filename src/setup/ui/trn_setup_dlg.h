@@ -7,7 +7,6 @@
 #include "app/dialogs.h"
 #include "app/network_loader.h"
 #include "app/session.h"
-#include "setup/ui/net_design_dlg.h"
 #include "setup/ui/setup_dialog.h"
 
 namespace tarn {
@@ -18,7 +17,7 @@ class TrnSetupDlg : public SetupDialog {
   // `file_changed` is called after the setup was saved under a name. Neither session, dialogs nor
   // paths are owned.
   TrnSetupDlg(wxWindow* parent, Session& session, Dialogs& dialogs, const ApplicationPaths& paths,
-              std::function<void()> file_changed, DesignWindows windows = {});
+              std::function<void()> file_changed);
 
   // A setup that cannot be loaded is told, and the dialog counts as cancelled without being shown.
   int ShowModal() override;
