@@ -32,7 +32,4 @@ class PrintPages {
   int32_t m_page_count;
 };
 
-// The title of a print job.
-inline constexpr std::string_view kPrintTitle = "Tarn NetGraph Print";
-
 }  // namespace tarn

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/output_file.h"
+#include "base/utf8.h"
 #include "browser/messages.h"
 #include "browser/report_file.h"
 
@@ -52,11 +53,25 @@ std::string_view WithoutTrailingBlanks(std::string_view line) {
   return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-Status WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink) {
+std::string DisplayText(std::string_view line) {
+  constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+  std::string text;
+  for (std::string_view rest = WithoutTrailingBlanks(line); !rest.empty();) {
+    std::string_view bytes = rest;
+    const char32_t character = TakeCharacter(rest);
+    bytes.remove_suffix(rest.size());
+    if (character == kReplacementCharacter) bytes = kReplacement;
+    if (character < U' ') bytes = " ";
+    text += bytes;
+  }
+  return text;
+}
+
+Status WriteReportText(TVirtText& report, int64_t first, int64_t count, const LineSink& sink) {
   constexpr int64_t kLinesAtOnce = 819;  // some 64 KB
   std::string text;
-  for (int64_t i = 0; i < report.line_count(); i += kLinesAtOnce) {
-    const std::string records = report.Lines(i, kLinesAtOnce);
+  for (int64_t i = 0; i < count; i += kLinesAtOnce) {
+    const std::string records = report.Lines(first + i, std::min(kLinesAtOnce, count - i));
     if (records.empty()) return Status::Failure(kReportUnreadable);
     for (std::string_view rest = records; !rest.empty(); rest.remove_prefix(kReportWidth)) {
       text = WithoutTrailingBlanks(rest.substr(0, kReportWidth));
@@ -65,6 +80,10 @@ Status WriteReportText(TVirtText& report, const std::function<bool(std::string_v
     }
   }
   return {};
+}
+
+Status WriteReportText(TVirtText& report, const LineSink& sink) {
+  return WriteReportText(report, 0, report.line_count(), sink);
 }
 
 bool SaveReportText(TVirtText& report, const std::string& path) {

@@ -48,9 +48,17 @@ class TVirtText {
 // A line as text: without the blanks at its end.
 std::string_view WithoutTrailingBlanks(std::string_view line);
 
-// Calls `sink` with every line, its trailing blanks removed and its line end added, until it
-// returns false. kReportUnreadable when a line cannot be read.
-Status WriteReportText(TVirtText& report, const std::function<bool(std::string_view)>& sink);
+// A line as a window shows it: valid UTF-8 without control characters and trailing blanks. What is
+// none, in a name of a file for one, is a replacement character or a blank.
+std::string DisplayText(std::string_view line);
+
+using LineSink = std::function<bool(std::string_view)>;
+
+// Calls `sink` with `count` lines from `first` on, their trailing blanks removed and their line
+// ends added, until it returns false. kReportUnreadable when a line cannot be read.
+Status WriteReportText(TVirtText& report, int64_t first, int64_t count, const LineSink& sink);
+// The same with every line.
+Status WriteReportText(TVirtText& report, const LineSink& sink);
 
 // Saves the report as a text file. False when it cannot be written; the file is as it was then.
 bool SaveReportText(TVirtText& report, const std::string& path);

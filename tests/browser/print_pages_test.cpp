@@ -61,9 +61,5 @@ TEST(PrintPages, HeadsAPageWithCaptionAndNumber) {
   EXPECT_EQ(pages.Header(std::string(100, 'c'), 1), std::string(68, 'c') + " Page 1 of 2");
 }
 
-TEST(PrintPages, NamesTheJob) {
-  EXPECT_EQ(kPrintTitle, "Tarn NetGraph Print");
-}
-
 }  // namespace
 }  // namespace tarn

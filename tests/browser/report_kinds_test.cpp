@@ -1,6 +1,7 @@
 #include <new>
 #include <optional>
 
+#include "app/dialogs.h"
 #include "browser/messages.h"
 #include "browser/report.h"
 #include "browser/report_test.h"
@@ -103,8 +104,8 @@ TEST_F(ReportKinds, AskWithTheirTexts) {
   EXPECT_EQ(kUpperThresholdPrompt, "Upper threshold (optional):");
   EXPECT_EQ(kLowerThresholdCaption, "Select Lower Threshold Value");
   EXPECT_EQ(kLowerThresholdPrompt, "Lower threshold (optional):");
-  EXPECT_EQ(kSaveTextTitle, "Save Information as...");
-  EXPECT_EQ(kSaveTextFilter, "bitmap (*.txt)|*.txt");
+  EXPECT_EQ(kSaveReportQuestion.title, "Save Information as...");
+  EXPECT_EQ(kSaveReportQuestion.filter, "bitmap (*.txt)|*.txt");
 }
 
 }  // namespace

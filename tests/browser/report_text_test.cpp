@@ -90,6 +90,14 @@ TEST_F(ReportTextTest, IsSavedWithoutTrailingBlanks) {
   EXPECT_EQ(m_files.Get("/home/saved.txt").value(), " a  b\n\n\n" + std::string(80, 'c') + "\n");
 }
 
+TEST_F(ReportTextTest, IsShownAsValidText) {
+  EXPECT_EQ(DisplayText(" Net a\t\x01  "), " Net a  ");
+  EXPECT_EQ(DisplayText("Gr\xC3\xB6\xC3\x9Fn"), "Gr\xC3\xB6\xC3\x9Fn");
+  EXPECT_EQ(DisplayText("Gr\xF6\xDFn"), "Gr\xEF\xBF\xBD\xEF\xBF\xBDn");
+  EXPECT_EQ(DisplayText(std::string_view("a\0b", 3)), "a b");
+  EXPECT_EQ(DisplayText("   "), "");
+}
+
 TEST_F(ReportTextTest, LeavesTheOldFileWhereItCannotBeSaved) {
   MakeReport({"line", "line"});
   EXPECT_FALSE(SaveReportText(m_text, "/nowhere/saved.txt"));

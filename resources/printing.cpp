@@ -1,0 +1,79 @@
+#include "resources/printing.h"
+
+#include <wx/intl.h>
+#include <wx/printdlg.h>
+
+#include "resources/controls.h"
+
+namespace tarn {
+namespace {
+
+constexpr int kMarginMm = 20;
+const wxSize kPreviewSize(640, 760);  // independent of the display
+
+struct Settings {
+  Settings() {
+    page.SetMarginTopLeft({kMarginMm, kMarginMm});
+    page.SetMarginBottomRight({kMarginMm, kMarginMm});
+  }
+
+  wxPrintDialogData printer;
+  wxPageSetupDialogData page;
+};
+
+// Made when the first window prints: not before the toolkit is there.
+Settings& Kept() {
+  static Settings settings;
+  return settings;
+}
+
+// The paper is chosen in both dialogs.
+void KeepPrinter(const wxPrintData& printer) {
+  Kept().printer.SetPrintData(printer);
+  Kept().page.SetPrintData(printer);
+}
+
+// The pages are drawn in idle turns, and the buttons of the bar are enabled there.
+void LetWorkWhenIdle(wxWindow& window) {
+  window.SetExtraStyle(window.GetExtraStyle() | wxWS_EX_PROCESS_IDLE | wxWS_EX_PROCESS_UI_UPDATES);
+  for (wxWindow* child : window.GetChildren()) LetWorkWhenIdle(*child);
+}
+
+}  // namespace
+
+TarnPrinter::TarnPrinter() : wxPrinter(&Kept().printer) {}
+
+void TarnPrinter::PrintAsking(wxWindow& window, wxPrintout& printout) {
+  if (Print(&window, &printout, true)) KeepPrinter(GetPrintDialogData().GetPrintData());
+}
+
+bool PreviewPrint(wxWindow& window, const std::function<std::unique_ptr<wxPrintout>()>& make) {
+  std::unique_ptr<wxPrintout> shown = make();
+  std::unique_ptr<wxPrintout> printed = make();
+  if (shown == nullptr || printed == nullptr) return false;
+  auto preview = std::make_unique<wxPrintPreview>(shown.release(), printed.release(),
+                                                  &Kept().printer.GetPrintData());
+  if (!preview->IsOk()) return false;
+  wxWindow* owner = wxGetTopLevelParent(&window);
+  auto* frame = new wxPreviewFrame(preview.release(), owner, _("Print Preview"), wxDefaultPosition,
+                                   owner->FromDIP(kPreviewSize));
+  SetProgramIcon(*frame);
+  frame->InitializeWithModality(wxPreviewFrame_WindowModal);
+  LetWorkWhenIdle(*frame);
+  frame->CentreOnParent();
+  frame->Show();
+  return true;
+}
+
+void SetUpPage(wxWindow& window) {
+  wxPageSetupDialog dialog(&window, &Kept().page);
+  if (dialog.ShowModal() != wxID_OK) return;
+  Kept().page = dialog.GetPageSetupDialogData();
+  KeepPrinter(wxPrintData(Kept().page.GetPrintData()));
+}
+
+const wxPageSetupDialogData& PageSettings() {
+  return Kept().page;
+}
+
+}  // namespace tarn

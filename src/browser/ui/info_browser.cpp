@@ -1,0 +1,158 @@
+#include "browser/ui/info_browser.h"
+
+#include <array>
+#include <optional>
+#include <utility>
+#include <wx/accel.h>
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+#include <wx/display.h>
+#include <wx/menu.h>
+#include <wx/settings.h>
+#include <wx/weakref.h>
+#include <wx/xrc/xmlres.h>
+
+#include "browser/line_selection.h"
+#include "browser/messages.h"
+#include "browser/ui/tpb_print.h"
+#include "resources/controls.h"
+#include "resources/printing.h"
+
+namespace tarn {
+namespace {
+
+enum Command : int {
+  kSaveAs = 136,
+  kPrint = 137,
+  kCopy = 138,
+  kExit = 143,
+  kPreview = 151,
+  kPageSetup = 152,
+  kSelectAll = 156,
+  kHelp = 24341,
+};
+
+const wxSize kLeast(240, 120);  // independent of the display
+
+}  // namespace
+
+InfoBrowser::InfoBrowser(wxWindow* owner, std::unique_ptr<ReportFile> report,
+                         std::string_view caption, Dialogs& dialogs)
+    : wxFrame(owner, wxID_ANY, Wide(kBrowserCaption) + " - " + Wide(caption)),
+      m_report(std::move(report)),
+      m_caption(caption),
+      m_dialogs(dialogs),
+      m_list(new VirtualList(this)) {
+  SetProgramIcon(*this);
+  SetMenuBar(wxXmlResource::Get()->LoadMenuBar("INFO_MENU"));
+  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExit),
+                           wxAcceleratorEntry(wxACCEL_CTRL, 'W', kExit)};
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
+  Bind(wxEVT_MENU, &InfoBrowser::OnMenu, this);
+  Bind(wxEVT_CONTEXT_MENU, &InfoBrowser::OnContextMenu, this);
+  Bind(wxEVT_CLOSE_WINDOW, &InfoBrowser::OnClose, this);
+  m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { EnableCopy(); });
+  ShowReport();
+}
+
+InfoBrowser::~InfoBrowser() {
+  // The list reads the report file: it goes first.
+  DestroyChildren();
+}
+
+void InfoBrowser::ShowReport() {
+  const bool readable = m_report != nullptr && m_list->Open(m_report->path());
+  EnableCopy();
+  wxSize open = m_list->GetBestSize();
+  open.x += wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+  SetMinClientSize(FromDIP(kLeast));
+  SetClientSize(open);
+  const wxSize screen = wxDisplay(this).GetClientArea().GetSize();
+  wxSize fitting = GetSize();
+  fitting.DecTo(screen);
+  SetSize(fitting);
+  CentreOnParent();
+  m_list->SetFocus();
+  if (!readable) m_dialogs.Tell(kReportErrorCaption, kReportUnreadable);
+}
+
+void InfoBrowser::EnableCopy() {
+  GetMenuBar()->Enable(kCopy, m_list->selection().count() > 0);
+}
+
+void InfoBrowser::OnMenu(wxCommandEvent& event) {
+  switch (event.GetId()) {
+    case kSaveAs:
+      SaveAs();
+      break;
+    case kPrint:
+      PrintReport();
+      break;
+    case kPreview:
+      PreviewPrint(*this, [this] { return std::make_unique<TPBPrint>(*m_list, m_caption); });
+      break;
+    case kPageSetup:
+      SetUpPage(*this);
+      break;
+    case kCopy:
+      Copy();
+      break;
+    case kSelectAll:
+      m_list->SelectAll();
+      break;
+    case kHelp:
+      m_dialogs.ShowHelp(HelpTopic::kInformationBrowser);
+      break;
+    case kExit:
+      Close();
+      break;
+    default:
+      event.Skip();
+  }
+}
+
+void InfoBrowser::OnContextMenu(wxContextMenuEvent& event) {
+  const std::unique_ptr<wxMenu> menu(wxXmlResource::Get()->LoadMenu("INFO_POPUP"));
+  menu->Enable(kCopy, m_list->selection().count() > 0);
+  const bool by_key = event.GetPosition() == wxDefaultPosition;
+  m_list->PopupMenu(menu.get(), by_key ? m_list->CaretPlace() : wxDefaultPosition);
+}
+
+// Not while a dialog asks on its behalf, or its pages are on their way to the printer.
+void InfoBrowser::OnClose(wxCloseEvent& event) {
+  if (event.CanVeto() && (m_dialogs.IsAsking() || m_printing)) {
+    event.Veto();
+  } else {
+    Destroy();
+  }
+}
+
+void InfoBrowser::SaveAs() {
+  const wxWeakRef<InfoBrowser> window(this);
+  const std::optional<std::string> path = m_dialogs.ChooseFile(kSaveReportQuestion);
+  // The program may have been ended meanwhile.
+  if (!path || window == nullptr) return;
+  WhileBusy(m_dialogs, [&] { return SaveReportText(m_list->text(), *path); });
+}
+
+void InfoBrowser::PrintReport() {
+  const wxWeakRef<InfoBrowser> window(this);
+  TPBPrint printout(*m_list, m_caption);
+  m_printing = true;
+  TarnPrinter().PrintAsking(*this, printout);
+  if (window != nullptr) m_printing = false;
+}
+
+void InfoBrowser::Copy() {
+  std::string text;
+  const Status read = WhileBusy(
+      m_dialogs, [&] { return ReadSelectedText(m_list->text(), m_list->selection(), text); });
+  if (!read.ok()) {
+    m_dialogs.Tell(kReportErrorCaption, read.message());
+  } else if (!text.empty() && wxTheClipboard->Open()) {
+    wxTheClipboard->SetData(new wxTextDataObject(Wide(text)));
+    wxTheClipboard->Close();
+  }
+}
+
+}  // namespace tarn
