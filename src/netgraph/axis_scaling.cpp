@@ -220,14 +220,9 @@ bool ReadsZero(const std::string& text) {
   return text.find_first_of("123456789") == std::string::npos;
 }
 
-std::string LabelText(const std::string& format, double value) {
-  const std::string text = fmt::sprintf(format, value);
-  return Trimmed(ReadsZero(text) ? fmt::sprintf(format, 0.0) : text);
-}
-
 std::vector<AxisTick> TicksOfDegenerateAxis(const AxisScale& scale, const AxisLabels& labels) {
   if (!std::isfinite(scale.first) || scale.first != scale.second) return {};
-  return {{scale.first, true, LabelText(labels.format, scale.first)}};
+  return {{scale.first, true, LabelText(labels, scale.first)}};
 }
 
 }  // namespace
@@ -257,6 +252,11 @@ AxisLabels LabelAxis(const AxisScale& scale) {
   return {fixed ? FixedFormat(largest, digits) : ExponentFormat(largest, digits), interval};
 }
 
+std::string LabelText(const AxisLabels& labels, double value) {
+  const std::string text = fmt::sprintf(labels.format, value);
+  return Trimmed(ReadsZero(text) ? fmt::sprintf(labels.format, 0.0) : text);
+}
+
 std::vector<AxisTick> AxisTicks(const AxisScale& scale, const AxisLabels& labels) {
   if (scale.IsDegenerate()) return TicksOfDegenerateAxis(scale, labels);
   const auto [lower, upper] = std::minmax(scale.first, scale.second);
@@ -268,7 +268,7 @@ std::vector<AxisTick> AxisTicks(const AxisScale& scale, const AxisLabels& labels
     AxisTick tick;
     tick.value = std::abs(place) < kZeroSlack * scale.minor ? 0.0 : place;
     tick.labelled = labels.minor_interval > 0 && i % labels.minor_interval == 0;
-    if (tick.labelled) tick.text = LabelText(labels.format, tick.value);
+    if (tick.labelled) tick.text = LabelText(labels, tick.value);
     ticks.push_back(std::move(tick));
   }
   return ticks;

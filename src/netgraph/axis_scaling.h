@@ -41,10 +41,13 @@ struct AxisLabels {
 // end, and at a step of 5e-7 itself with that end between 0.001 and 1.
 AxisLabels LabelAxis(const AxisScale& scale);
 
+// A value as a label of the axis has it: no blanks around it, zero without a sign.
+std::string LabelText(const AxisLabels& labels, double value);
+
 struct AxisTick {
   double value = 0;  // in data units, on the axis
   bool labelled = false;
-  std::string text;  // no blanks around it, zero without a sign; empty when not labelled
+  std::string text;  // its LabelText; empty when not labelled
 };
 
 // lower end + i * step / minor_count for i = 0, 1, ... up to the upper end, every minor_interval-th

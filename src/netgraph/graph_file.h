@@ -1,10 +1,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/status.h"
 #include "netgraph/canvas.h"
 #include "netgraph/graph.h"
+#include "netgraph/graph_view.h"
 
 namespace tarn {
 
@@ -13,10 +15,14 @@ inline constexpr Size kPictureSize = {800, 600};
 inline constexpr Size kSmallestPicture = {300, 200};
 inline constexpr Size kLargestPicture = {8000, 6000};
 
-// Replace the file `path` by the whole graph: as a picture in SVG, with its legend, or as text in
-// CSV. kGraphNotSaved when it cannot be written, kContourMemory when
+// Replace the file `path` by the whole graph: as a picture in SVG, with its legend or as a view
+// has it, or as text in CSV. kGraphNotSaved when it cannot be written, kContourMemory when
 // memory is too short for contours; the file is as it was then.
 Status SavePicture(const Graph& graph, const Size& size, const std::string& path);
+Status SavePicture(const Graph& graph, const GraphView& view, const Size& size,
+                   const std::string& path);
 Status SaveTable(const Graph& graph, const std::string& path);
+// The same for what is in its form already.
+Status SaveGraphFile(std::string_view content, const std::string& path);
 
 }  // namespace tarn

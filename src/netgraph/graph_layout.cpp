@@ -311,6 +311,11 @@ Point GraphLayout::ToData(const Point& on_canvas) const {
           y_scale.first + up * (y_scale.second - y_scale.first)};
 }
 
+Point GraphLayout::NearestInPlot(const Point& on_canvas) const {
+  return {std::clamp(on_canvas.x, plot.left, plot.right()),
+          std::clamp(on_canvas.y, plot.top, plot.bottom())};
+}
+
 GraphLayout LayoutGraph(const Graph& graph, const GraphView& view, const Canvas& canvas) {
   return LayoutMaker(graph, view, canvas).Make();
 }

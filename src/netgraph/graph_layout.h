@@ -44,6 +44,8 @@ struct GraphLayout {
   // middle.
   Point ToCanvas(const Point& data) const;
   Point ToData(const Point& on_canvas) const;
+  // The place itself, or that on the side of the plot that is nearest to it.
+  Point NearestInPlot(const Point& on_canvas) const;
 };
 
 // `view` is of this graph. Pages from 300 x 200 to 8000 x 6000 pixels are legible.

@@ -210,8 +210,15 @@ void DrawGraph(const Graph& graph, const GraphView& view, Canvas& canvas) {
 }
 
 std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas) {
+  GraphLayout layout;
+  return PaintGraph(graph, view, canvas, layout);
+}
+
+std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas,
+                                  GraphLayout& layout) {
   try {
-    DrawGraph(graph, view, canvas);
+    layout = LayoutGraph(graph, view, canvas);
+    DrawGraph(graph, layout, canvas);
   } catch (const std::bad_alloc&) {
     if (!graph.contours) throw;
     return Message{std::string(kNetGraphErrorCaption), std::string(kContourMemory),

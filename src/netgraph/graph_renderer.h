@@ -19,5 +19,8 @@ void DrawGraph(const Graph& graph, const GraphLayout& layout, Canvas& canvas);
 // For a window that paints: what the user is told where memory is too short for contours, and the
 // window closes then. For other graphs it throws std::bad_alloc.
 std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas);
+// The same, and keeps the layout that it has drawn.
+std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas,
+                                  GraphLayout& layout);
 
 }  // namespace tarn

@@ -35,10 +35,21 @@ std::optional<Message> GraphView::ZoomTo(const GraphLayout& layout, const Point&
                             NearestFloat(upper.y)};
   if (range.x_min < range.x_max && range.y_min < range.y_max) {
     m_range = range;
+    m_zoomed = true;
     return std::nullopt;
   }
   return Message{std::string(kInvalidZoomCaption), std::string(kInvalidZoomArea),
                  MessageIcon::kExclamation};
+}
+
+void GraphView::ResetZoom() {
+  m_range = m_opening;
+  m_zoomed = false;
+}
+
+void GraphView::Follow(const Graph& graph) {
+  m_opening = OpeningRange(graph);
+  if (!m_zoomed) m_range = m_opening;
 }
 
 }  // namespace tarn

@@ -25,12 +25,16 @@ class GraphView {
   std::optional<Message> ZoomTo(const GraphLayout& layout, const Point& top_left,
                                 const Point& bottom_right);
   // Back to the range that the graph was opened with.
-  void ResetZoom() { m_range = m_opening; }
+  void ResetZoom();
+  // Goes on with new data of the same plot: what was zoomed to stays, as does the legend; otherwise
+  // the whole of it is seen.
+  void Follow(const Graph& graph);
 
  private:
   GraphRange m_opening;
   GraphRange m_range;
   bool m_legend;
+  bool m_zoomed = false;
 };
 
 }  // namespace tarn

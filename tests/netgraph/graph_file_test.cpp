@@ -36,6 +36,18 @@ TEST_F(GraphFile, IsAPictureOfTheSizeAsked) {
   EXPECT_NE(picture.find("<title>Title</title>"), std::string::npos);
 }
 
+TEST_F(GraphFile, IsAPictureOfWhatIsSeen) {
+  m_graph.curves[0].name = "Targets";
+  GraphView view(m_graph);
+  ASSERT_TRUE(SavePicture(m_graph, view, {400, 300}, "/home/all.svg").ok());
+  ASSERT_TRUE(SavePicture(m_graph, {400, 300}, "/home/graph.svg").ok());
+  EXPECT_EQ(m_files.Get("/home/all.svg"), m_files.Get("/home/graph.svg"));
+  view.ToggleLegend();
+  ASSERT_TRUE(SavePicture(m_graph, view, {400, 300}, "/home/plain.svg").ok());
+  EXPECT_NE(m_files.Get("/home/graph.svg").value().find("Targets"), std::string::npos);
+  EXPECT_EQ(m_files.Get("/home/plain.svg").value().find("Targets"), std::string::npos);
+}
+
 TEST_F(GraphFile, StaysWhatItWasWhenItCannotBeWritten) {
   m_files.Put("/home/graph.csv", "old");
   FaultyFiles faulty(m_files);

@@ -564,5 +564,14 @@ TEST(GraphLayout, PutsEverythingOnTheMiddleOfAnEndlessAxis) {
   EXPECT_TRUE(TextsOf(layout, Role::kXTick).empty());
 }
 
+TEST(GraphLayoutPlaces, BesideThePlotAreMovedOntoItsSides) {
+  GraphLayout layout;
+  layout.plot = {10, 20, 100, 50};
+  EXPECT_EQ(layout.NearestInPlot({30, 40}), (Point{30, 40}));
+  EXPECT_EQ(layout.NearestInPlot({0, 40}), (Point{10, 40}));
+  EXPECT_EQ(layout.NearestInPlot({200, 0}), (Point{110, 20}));
+  EXPECT_EQ(layout.NearestInPlot({-5, 500}), (Point{10, 70}));
+}
+
 }  // namespace
 }  // namespace tarn

@@ -227,5 +227,46 @@ TEST(GraphViewZoom, KeepsToFiniteNumbersAtTheEndsOfTheFloats) {
   EXPECT_EQ(view.range(), (GraphRange{all.first, all.last, all.first, all.last}));
 }
 
+TEST(GraphViewFollowing, SeesAllOfTheNewData) {
+  GraphView view(UnitGraph());
+  view.Follow(GraphOf({PointsCurve({0, 20}, {0, 3})}));
+  EXPECT_EQ(view.range(), (GraphRange{0, 20, 0, 3}));
+}
+
+TEST(GraphViewFollowing, StaysWhereItWasZoomedTo) {
+  const Graph graph = UnitGraph();
+  GraphView view(graph);
+  const GraphLayout layout = LayoutOf(graph, view);
+  ASSERT_FALSE(view.ZoomTo(layout, PlaceIn(layout, 0.2, 0.9), PlaceIn(layout, 0.4, 0.3)));
+  const GraphRange zoomed = view.range();
+  view.Follow(GraphOf({PointsCurve({0, 20}, {0, 3})}));
+  EXPECT_EQ(view.range(), zoomed);
+  view.ResetZoom();
+  EXPECT_EQ(view.range(), (GraphRange{0, 20, 0, 3}));
+  view.Follow(graph);
+  EXPECT_EQ(view.range(), (GraphRange{0, 10, 0, 1})) << "nothing is zoomed any more";
+}
+
+TEST(GraphViewFollowing, SeesAllAfterAZoomThatWasRefused) {
+  const Graph graph = UnitGraph();
+  GraphView view(graph);
+  const GraphLayout layout = LayoutOf(graph, view);
+  ASSERT_TRUE(view.ZoomTo(layout, PlaceIn(layout, 0.4, 0.3), PlaceIn(layout, 0.2, 0.9)));
+  view.Follow(GraphOf({PointsCurve({0, 20}, {0, 3})}));
+  EXPECT_EQ(view.range(), (GraphRange{0, 20, 0, 3}));
+}
+
+TEST(GraphViewFollowing, KeepsTheLegendAsItIs) {
+  Graph graph = UnitGraph();
+  graph.curves[0].name = "Targets";
+  GraphView view(graph);
+  view.ToggleLegend();
+  view.Follow(graph);
+  EXPECT_FALSE(view.legend());
+  view.ToggleLegend();
+  view.Follow(UnitGraph());
+  EXPECT_TRUE(view.legend());
+}
+
 }  // namespace
 }  // namespace tarn
