@@ -179,9 +179,13 @@ void Press(int key) {
   ASSERT_NE(top, nullptr);
   // From here on: the simulator itself lets timers run.
   g_key = std::make_unique<AwaitedKey>(top);
+  PressOn(*top, key);
+}
+
+void PressOn(wxWindow& window, int key) {
   wxUIActionSimulator simulator;
   // Without a window manager keys go to the window under the pointer.
-  const wxRect area = top->GetScreenRect();
+  const wxRect area = window.GetScreenRect();
   simulator.MouseMove(area.GetX() + 2, area.GetY() + 2);
   simulator.Char(key);
 }

@@ -33,6 +33,8 @@ void Click(wxWindow& window, int id);
 void Type(wxWindow& window, int id, std::string_view text);
 // Strikes a real key on the top dialog. It arrives before the next step.
 void Press(int key);
+// The same on any top-level window; does not wait.
+void PressOn(wxWindow& window, int key);
 // The number of the control that has the focus; wxID_NONE when none has.
 int FocusedId();
 

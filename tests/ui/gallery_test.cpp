@@ -26,6 +26,12 @@ class Gallery : public MainWindowFixture {
     m_steps.emplace_back([name] { LookAt(*TopDialog(), name); });
     return *this;
   }
+  // The same for the view of the network.
+  Gallery& LookAtView(const char* name) {
+    for (int i = 0; i < kTurnsToPaint; ++i) m_steps.emplace_back([] {});
+    m_steps.emplace_back([name] { LookAt(*wxTopLevelWindows.GetLast()->GetData(), name); });
+    return *this;
+  }
   Gallery& Press(int id) {
     m_steps.emplace_back([id] { Click(*TopDialog(), id); });
     return *this;
@@ -51,7 +57,9 @@ TEST_F(Gallery, ShowsTheStartUpWindowAndTheAboutBox) {
 
 TEST_F(Gallery, ShowsTheSetupDialogs) {
   Look("training-setup").Press(101).Look("network-design");
-  Press(113).Look("transfer-functions").Press(kCancelId).Press(kCancelId);
+  Press(113).Look("transfer-functions").Press(kCancelId);
+  Press(139).Look("connection-editor").Press(kCancelId);
+  Press(149).LookAtView("network-view").Press(kCancelId);
   Press(102).Look("training-data").Press(kCancelId);
   Press(103).Look("training-parameters").Press(kCancelId);
   OpenForTraining("iris.net", Steps());

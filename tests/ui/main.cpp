@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <wx/debug.h>
 #include <wx/init.h>
 #include <wx/log.h>
 
@@ -8,7 +9,18 @@
 
 namespace tarn {
 
+namespace {
+
+// A box would wait for an answer, and the test go on as if nothing had been wrong.
+void FailOnAssert(const wxString& file, int line, const wxString& function,
+                  const wxString& condition, const wxString& message) {
+  ADD_FAILURE() << file << ":" << line << ": " << function << ": " << condition << " " << message;
+}
+
+}  // namespace
+
 bool TestApp::OnInit() {
+  wxSetAssertHandler(FailOnAssert);
   // A message box would wait for an answer.
   delete wxLog::SetActiveTarget(new wxLogStderr);
   PrepareWindows();

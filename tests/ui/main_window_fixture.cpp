@@ -1,6 +1,7 @@
 #include "ui/main_window_fixture.h"
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <wx/app.h>
 #include <wx/evtloop.h>
@@ -31,7 +32,7 @@ class LoopUntil : public wxTimer {
   }
   void Notify() override {
     m_held = m_done();
-    if (m_held || std::chrono::steady_clock::now() - m_start > kPatience) m_loop->Exit();
+    if (m_held || std::chrono::steady_clock::now() - m_start > kPatience) m_loop->ScheduleExit();
   }
 
  private:
@@ -124,6 +125,11 @@ void MainWindowFixture::OpenForTraining(const std::string& name, std::vector<Ste
   setup_steps.emplace_back([] { Click(*TopDialog(), kOkId); });
   RunWhile([this] { Click(Client(), 105); }, setup_steps);
   Until([this] { return m_frame->training() != nullptr; });
+}
+
+void MainWindowFixture::RunCommandLine(const std::string& arguments, const std::string& output) {
+  const std::string command = std::string(TARN_CLI) + " " + arguments + " > " + output + " 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
 }
 
 void MainWindowFixture::Train() {

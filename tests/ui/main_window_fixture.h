@@ -47,6 +47,10 @@ class MainWindowFixture : public testing::Test {
   // Presses Start and waits for the end of the run.
   void Train();
 
+  // What the command line writes for the same steps, in the same folder; its results go to the file
+  // `output` there.
+  static void RunCommandLine(const std::string& arguments, const std::string& output = "/dev/null");
+
   TempFolder m_folder;
   ApplicationPaths m_paths;
   std::unique_ptr<Session> m_session;

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,14 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class TrainingWindow : public MainWindowFixture {
- protected:
-  // What the command line writes for the same steps.
-  void RunCommandLine(const std::string& arguments) {
-    const std::string command = std::string(TARN_CLI) + " " + arguments + " > /dev/null 2>&1";
-    ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
-  }
-};
+using TrainingWindow = MainWindowFixture;
 
 TEST_F(TrainingWindow, TrainsToTheLastIterationAndWritesWhatTheCommandLineWrites) {
   OpenForTraining("iris.net");

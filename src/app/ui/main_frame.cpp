@@ -36,22 +36,22 @@ enum Command : int {
   kAbout = 24346,
 };
 
-// Keys of the start-up window, which has no menu.
+// Keys without a menu.
 constexpr int kOpenKey = wxID_HIGHEST + 1;
+constexpr int kEscapeKey = wxID_HIGHEST + 2;
 
 // The first for the hints of the menus, the second for what the program does.
 constexpr int kStatusFields = 2;
+constexpr int kStatusField = 1;
 constexpr int kStatusWidth = 190;  // of the second
+
+// Of the recall window, in dialog units.
+const wxSize kRecallSize(163, 127);
 
 constexpr const char* kFirstCaption = "Tarn for Windows";
 constexpr const char* kStartUpClient = "StartUp";
 constexpr const char* kTrainingClient = "Training";
 constexpr const char* kRecallClient = "Recall";
-
-// Graphs and reports have no windows yet.
-constexpr std::array kWithoutWindow = {116, 144, 148, 121, 145, 149, 117, 118, 119, 120,
-                                       122, 131, 146, 132, 133, 123, 124, 125, 126, 127,
-                                       128, 218, 219, 220, 222, 233, 223, 225, 226, 227};
 
 // False when no modal dialog of our own is open.
 bool EndInnermostDialog() {
@@ -73,16 +73,15 @@ TMain::TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, 
       m_dialogs(dialogs),
       m_paths(paths),
       m_clock(clock) {
-  wxIcon icon;
-  icon.CopyFromBitmap(wxXmlResource::Get()->LoadBitmap("TARN_ICON"));
-  SetIcon(icon);
+  SetProgramIcon(*this);
   SetExtraStyle(GetExtraStyle() | wxWS_EX_PROCESS_IDLE);
   Bind(wxEVT_IDLE, &TMain::OnIdle, this);
   Bind(wxEVT_MENU, &TMain::OnMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, &TMain::OnClose, this);
   Bind(wxEVT_ICONIZE, &TMain::OnIconize, this);
   const std::array keys = {wxAcceleratorEntry(wxACCEL_CTRL, 'O', kOpenKey),
-                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_F1, kHelp)};
+                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_F1, kHelp),
+                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kEscapeKey)};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
   ShowStartUp();
   const wxPoint position = m_settings.Position();
@@ -95,6 +94,7 @@ TMain::TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, 
 
 TMain::~TMain() {
   // The windows know the network: they go first.
+  m_study.reset();
   DestroyChildren();
   m_session.network = {};
   WriteConfigurationFile();
@@ -228,17 +228,23 @@ void TMain::ShowStartUp() {
 
 void TMain::ShowTraining() {
   ClearClient(kTrainingClient, "TRAIN_MENU");
-  m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { UpdateCaption(); });
+  m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { FiguresShown(); });
   TakeClient(m_training);
+  m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock,
+                                           m_training->desk().history_path());
 }
 
 void TMain::ShowRecall() {
   ClearClient(kRecallClient, "RECALL_MENU");
-  TakeClient(new RecallRunDlg(this, m_session.network));
+  TakeClient(new RecallRunDlg(this, m_session.network), ConvertDialogToPixels(kRecallSize));
+  Centre();
+  m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock);
+  SetStatusText(Wide(kRecallComplete), kStatusField);
 }
 
 void TMain::ClearClient(const char* next, const char* menu) {
   RememberGeometry();
+  m_study.reset();
   m_start_up = nullptr;
   m_training = nullptr;
   if (m_client != nullptr) m_client->Destroy();
@@ -254,16 +260,14 @@ void TMain::ClearClient(const char* next, const char* menu) {
   CreateStatusBar(kStatusFields);
   const std::array widths = {-1, FromDIP(kStatusWidth)};
   SetStatusWidths(kStatusFields, widths.data());
-  for (const int command : kWithoutWindow) {
-    if (GetMenuBar()->FindItem(command) != nullptr) GetMenuBar()->Enable(command, false);
-  }
 }
 
-void TMain::TakeClient(wxWindow* client) {
+void TMain::TakeClient(wxWindow* client, const wxSize& opening) {
   m_client = client;
   const wxSize least = client->GetBestSize();
   SetMinClientSize(least);
   wxSize size = m_settings.Size(m_client_name);
+  if (size == wxSize()) size = opening;
   size.IncTo(least);
   SetClientSize(size);
   // The client fills the frame, whatever the size was before.
@@ -284,6 +288,11 @@ void TMain::UpdateCaption() {
   if (Utf8(GetTitle()) != caption) SetTitle(Wide(caption));
 }
 
+void TMain::FiguresShown() {
+  UpdateCaption();
+  if (m_study != nullptr) m_study->FollowRun();
+}
+
 bool TMain::IsFree() const {
   return m_loader == nullptr && m_open_dialogs == 0 && !m_dialogs.IsAsking();
 }
@@ -293,6 +302,7 @@ void TMain::OnIdle(wxIdleEvent& event) {
   // A box of the system cannot be ended, nor the dialog beneath it.
   const bool may_end = m_close_forced && !m_dialogs.IsSystemAsking();
   if (may_end && !EndInnermostDialog() && IsFree()) Close(true);
+  if (m_study != nullptr && m_study->Work()) event.RequestMore();
   if (m_loader == nullptr) return;
   LoadOneStep();
   event.RequestMore();
@@ -302,6 +312,9 @@ void TMain::OnMenu(wxCommandEvent& event) {
   switch (event.GetId()) {
     case kOpenKey:
       if (m_start_up != nullptr && IsFree()) Open();
+      break;
+    case kEscapeKey:
+      if (m_study != nullptr) m_study->StopTask();
       break;
     case kTrainRestart:
     case kRecallRestart:
@@ -322,8 +335,13 @@ void TMain::OnMenu(wxCommandEvent& event) {
       About();
       break;
     default:
-      if (m_training == nullptr || !m_training->DoCommand(event.GetId())) event.Skip();
+      if (!DoClientCommand(event.GetId())) event.Skip();
   }
+}
+
+bool TMain::DoClientCommand(int command) {
+  if (m_training != nullptr && m_training->DoCommand(command)) return true;
+  return m_study != nullptr && m_study->DoCommand(command);
 }
 
 void TMain::ShowHelp() {

@@ -13,6 +13,7 @@
 #include "app/session.h"
 #include "app/ui/startup_window.h"
 #include "app/ui/status_dlg.h"
+#include "app/ui/study_windows.h"
 #include "app/ui/window_settings.h"
 #include "base/clock.h"
 #include "engine/ui/train_run_dlg.h"
@@ -56,14 +57,17 @@ class TMain : public wxFrame {
   void ShowTraining();
   void ShowRecall();
   void ClearClient(const char* next, const char* menu);
-  void TakeClient(wxWindow* client);
+  // `opening` is its size when none is remembered.
+  void TakeClient(wxWindow* client, const wxSize& opening = {});
   void RememberGeometry();
   void UpdateCaption();
+  void FiguresShown();
 
   // Nothing is loaded, and no dialog waits for an answer.
   bool IsFree() const;
   void OnIdle(wxIdleEvent& event);
   void OnMenu(wxCommandEvent& event);
+  bool DoClientCommand(int command);
   void OnClose(wxCloseEvent& event);
   void OnIconize(wxIconizeEvent& event);
   bool MayLeaveClient();
@@ -79,6 +83,7 @@ class TMain : public wxFrame {
   wxString m_client_name;
   StartUpWindow* m_start_up = nullptr;
   TrainRunDlg* m_training = nullptr;
+  std::unique_ptr<StudyWindows> m_study;  // of the training or the recall window
   bool m_iconized = false;
   bool m_out_of_memory = false;
   int m_open_dialogs = 0;       // of its own

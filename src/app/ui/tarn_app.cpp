@@ -7,6 +7,8 @@
 #include <wx/xrc/xmlres.h>
 
 #include "base/clock.h"
+#include "base/paths.h"
+#include "base/temp_file.h"
 #include "resources/controls.h"
 #include "resources/resources.h"
 
@@ -36,6 +38,7 @@ bool TTarnApp::OnInit() {
   if (!wxApp::OnInit()) return false;
   m_reserve = std::make_unique<char[]>(kReserveBytes);
   PrepareWindows();
+  RemoveAbandonedFiles(TemporaryFolder());
   m_paths = std::make_unique<ApplicationPaths>(FormApplicationPaths());
   m_session = std::make_unique<Session>();
   m_dialogs = std::make_unique<WindowDialogs>(*m_paths);
