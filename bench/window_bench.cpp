@@ -1,5 +1,6 @@
 // What the training window costs: the same network trained for a while in a plain loop, as the
-// command line does it, and in its window. Needs a display; scripts/bench window gives it one.
+// command line does it, and in its window. With the word opening: what it costs to open windows of
+// graphs and reports. Needs a display; scripts/bench window and scripts/bench opening give it one.
 
 #include <algorithm>
 #include <array>
@@ -9,6 +10,7 @@
 #include <fmt/format.h>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 #include <wx/app.h>
 #include <wx/evtloop.h>
@@ -24,6 +26,7 @@
 #include "base/temp_file.h"
 #include "engine/training_run.h"
 #include "engine/ui/train_run_dlg.h"
+#include "opening_bench.h"
 #include "setup/setup_options.h"
 
 namespace tarn {
@@ -166,6 +169,12 @@ void Measure(const Workload& workload) {
   std::fflush(stdout);
 }
 
+void MeasureTraining() {
+  std::printf("%-12s %14s %10s %10s %10s\n", "layers", "iterations/s", "in window", "gap ms",
+              "worst ms");
+  for (const Workload& workload : kWorkloads) Measure(workload);
+}
+
 class BenchApp : public TTarnApp {
  public:
   bool OnInit() override {
@@ -181,9 +190,11 @@ wxIMPLEMENT_APP_NO_MAIN(tarn::BenchApp);
 
 int main(int argc, char** argv) {
   if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) return 1;
-  std::printf("%-12s %14s %10s %10s %10s\n", "layers", "iterations/s", "in window", "gap ms",
-              "worst ms");
-  for (const tarn::Workload& workload : tarn::kWorkloads) tarn::Measure(workload);
+  if (argc > 1 && std::string_view(argv[1]) == "opening") {
+    tarn::MeasureOpening();
+  } else {
+    tarn::MeasureTraining();
+  }
   wxTheApp->OnExit();
   wxEntryCleanup();
   return 0;

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace tarn {
+
+// Opens and closes the windows of graphs and reports again and again, and prints how long it takes
+// and by how much the memory of the program grows. Needs an application and a display.
+void MeasureOpening();
+
+}  // namespace tarn
