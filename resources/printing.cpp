@@ -27,6 +27,27 @@ Settings& Kept() {
   return settings;
 }
 
+int g_printing = 0;
+
+// Printing for as long as the call that prints has not returned.
+class Printing {
+ public:
+  Printing() { ++g_printing; }
+  ~Printing() { --g_printing; }
+  Printing(const Printing&) = delete;
+  Printing& operator=(const Printing&) = delete;
+};
+
+// A preview whose button prints as TarnPrinter does.
+class Preview : public wxPrintPreview {
+ public:
+  using wxPrintPreview::wxPrintPreview;
+  bool Print(bool interactive) override {
+    const Printing printing;
+    return wxPrintPreview::Print(interactive);
+  }
+};
+
 // The paper is chosen in both dialogs.
 void KeepPrinter(const wxPrintData& printer) {
   Kept().printer.SetPrintData(printer);
@@ -44,6 +65,7 @@ void LetWorkWhenIdle(wxWindow& window) {
 TarnPrinter::TarnPrinter() : wxPrinter(&Kept().printer) {}
 
 void TarnPrinter::PrintAsking(wxWindow& window, wxPrintout& printout) {
+  const Printing printing;
   if (Print(&window, &printout, true)) KeepPrinter(GetPrintDialogData().GetPrintData());
 }
 
@@ -51,8 +73,8 @@ bool PreviewPrint(wxWindow& window, const std::function<std::unique_ptr<wxPrinto
   std::unique_ptr<wxPrintout> shown = make();
   std::unique_ptr<wxPrintout> printed = make();
   if (shown == nullptr || printed == nullptr) return false;
-  auto preview = std::make_unique<wxPrintPreview>(shown.release(), printed.release(),
-                                                  &Kept().printer.GetPrintData());
+  auto preview =
+      std::make_unique<Preview>(shown.release(), printed.release(), &Kept().printer.GetPrintData());
   if (!preview->IsOk()) return false;
   wxWindow* owner = wxGetTopLevelParent(&window);
   auto* frame = new wxPreviewFrame(preview.release(), owner, _("Print Preview"), wxDefaultPosition,
@@ -66,10 +88,15 @@ bool PreviewPrint(wxWindow& window, const std::function<std::unique_ptr<wxPrinto
 }
 
 void SetUpPage(wxWindow& window) {
+  const Printing printing;
   wxPageSetupDialog dialog(&window, &Kept().page);
   if (dialog.ShowModal() != wxID_OK) return;
   Kept().page = dialog.GetPageSetupDialogData();
   KeepPrinter(wxPrintData(Kept().page.GetPrintData()));
+}
+
+bool IsPrinting() {
+  return g_printing > 0;
 }
 
 const wxPageSetupDialogData& PageSettings() {

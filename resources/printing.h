@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <wx/cmndata.h>
 #include <wx/print.h>
 #include <wx/window.h>
@@ -13,6 +14,9 @@ namespace tarn {
 
 // The title of every print job.
 inline constexpr const char* kPrintTitle = "Tarn NetGraph Print";
+
+// What the user is told where there is no preview.
+inline constexpr std::string_view kNoPreview = "The pages cannot be shown";
 
 // The printer with these settings.
 class TarnPrinter : public wxPrinter {
@@ -26,6 +30,9 @@ class TarnPrinter : public wxPrinter {
 // Shows the pages before they are printed; `make` makes a printout of them, one to be shown and
 // one to be printed. False when there is no preview.
 bool PreviewPrint(wxWindow& window, const std::function<std::unique_ptr<wxPrintout>()>& make);
+
+// A dialog of the printing system is open, or pages are on their way to the printer.
+bool IsPrinting();
 
 // Asks for paper and margins.
 void SetUpPage(wxWindow& window);

@@ -137,6 +137,8 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kReportFileDenied, "ReportFileTest.AnswersForAFolderThatTakesNoFile"},
     {kReportUnreadable, "ReportTextTest.TellsThatAReportCannotBeRead"},
     {kSelectionTooLarge, "SelectedText.HasALimit"},
+    {kLinesNotCopied, "ReportWindow.HasItsTexts"},
+    {kReportNotSaved, "ReportWindow.HasItsTexts"},
     {kDivergedNodes, "DivergenceCheck.FindsNodesPinnedAtOneEnd"},
     {kNoDivergences, "DivergenceCheck.TellsThatThereIsNone"},
 
@@ -153,6 +155,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kBitmapDepth, "BitmapFile.IsRefusedOnADisplayOfMoreThan256Colours"},
     {kCopyInstead, "BitmapFile.IsRefusedOnADisplayOfMoreThan256Colours"},
     {kPictureSizeInvalid, "PictureSize.SaysWhatItMayBe"},
+    {kPictureKindUnknown, "PictureKind.IsNoOther"},
     {kHiddenNodesProgress, "HiddenNodes.AreAnalyzedInSlicesOverTheWeightsOfTheBeginning"},
     {kInterrogatorProgress, "Interrogator.ShowsEveryTwentiethOfThePatterns"},
     {kContourProgress, "Contours.ShowEveryTwentiethOfTheRows"},
@@ -171,6 +174,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kLoadRecall, "NetworkLoaderTest.RunsTheRecallAtLast"},
     {kNoTargets, "StudyDeskTest.HasNoUseForTargetsThatARecallHasNot"},
     {kAnalysisStopped, "StudyDeskTest.StopsATaskAndKeepsWhatWasShown"},
+    {kEscapeStops, "StudyDeskTest.InterrogatesInputsInSlicesAndShowsHowFarItIs"},
 });
 // clang-format on
 

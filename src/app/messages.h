@@ -11,8 +11,9 @@ inline constexpr std::string_view kSelectMode = "Select Recall or Training Execu
 inline constexpr std::string_view kAskToSave = "Save Network File?";
 inline constexpr std::string_view kAskToReset = "Reset Network to Untrained State?";
 
-// Of a command that compares with targets, and of an analysis that was left.
+// Of a command that compares with targets, of an analysis, and of one that was left.
 inline constexpr std::string_view kNoTargets = "Needs targets: this recall has none";
+inline constexpr std::string_view kEscapeStops = "Press Escape to stop";
 inline constexpr std::string_view kAnalysisStopped = "Analysis Stopped";
 
 // What the load status box names, step by step.
@@ -25,9 +26,9 @@ inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
 inline constexpr std::string_view kLoadRecall = "Processing Recall Inputs...";
 
 inline constexpr std::array kAppMessages = {
-    kUntrainedRecall, kSelectMode, kAskToSave,      kAskToReset,      kLoadHeader,
-    kLoadCount,       kLoadData,   kLoadWeights,    kLoadConnections, kLoadTestSet,
-    kLoadRecall,      kNoTargets,  kAnalysisStopped};
+    kUntrainedRecall, kSelectMode, kAskToSave,   kAskToReset,      kLoadHeader,
+    kLoadCount,       kLoadData,   kLoadWeights, kLoadConnections, kLoadTestSet,
+    kLoadRecall,      kNoTargets,  kEscapeStops, kAnalysisStopped};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";

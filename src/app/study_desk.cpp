@@ -90,7 +90,7 @@ bool StudyDesk::Work(int64_t budget_ms) {
   if (!m_task->IsComputed()) {
     m_task->Compute(budget_ms, m_clock);
     const std::string progress = m_task->progress();
-    if (!progress.empty()) m_view.ShowStatus(progress);
+    if (!progress.empty()) m_view.ShowProgress(progress);
     return true;
   }
   // A window that opens beneath a question could not be used.
@@ -104,6 +104,7 @@ bool StudyDesk::Work(int64_t budget_ms) {
 
 void StudyDesk::Begin(StudyTask task) {
   m_task = std::move(task);
+  m_hint = kEscapeStops;
   m_dialogs.ShowBusy(true);
   m_view.TaskChanged();
 }
@@ -111,13 +112,14 @@ void StudyDesk::Begin(StudyTask task) {
 void StudyDesk::EndTask() {
   if (!m_task) return;
   m_task.reset();
+  m_hint = {};
   m_dialogs.ShowBusy(false);
 }
 
 void StudyDesk::StopTask() {
   if (!m_task) return;
   EndTask();
-  m_view.ShowStatus(kAnalysisStopped);
+  m_hint = kAnalysisStopped;
   m_view.TaskChanged();
 }
 

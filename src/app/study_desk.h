@@ -28,9 +28,9 @@ class StudyView {
   virtual void ShowHistory(HistoryKind kind, Graph graph) = 0;
   // The report's file lives as long as the window that shows it.
   virtual void ShowReport(std::unique_ptr<ReportFile> report, std::string_view caption) = 0;
-  // A text for the status bar.
-  virtual void ShowStatus(std::string_view text) = 0;
-  // A task has begun or ended: other commands are available now.
+  // How far a task is: a text for the status bar, in place of what it shows without a task.
+  virtual void ShowProgress(std::string_view text) = 0;
+  // A task has begun or ended: other commands are available now, and the hint is another.
   virtual void TaskChanged() = 0;
 };
 
@@ -59,6 +59,8 @@ class StudyDesk {
   // acts.
   bool Work(int64_t budget_ms);
   bool HasTask() const { return m_task.has_value(); }
+  // What the user is told beside the progress; empty when there is nothing to tell.
+  std::string_view hint() const { return m_hint; }
   // Ends the task. Graphs that it has shown stay.
   void StopTask();
 
@@ -100,6 +102,7 @@ class StudyDesk {
   const Clock& m_clock;
   const std::string m_history_path;
   std::optional<StudyTask> m_task;
+  std::string_view m_hint;
 };
 
 }  // namespace tarn

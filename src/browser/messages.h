@@ -9,12 +9,15 @@ inline constexpr std::string_view kReportFileDenied = "File Creation Access Deni
 inline constexpr std::string_view kReportUnreadable = "The report file cannot be read";
 inline constexpr std::string_view kSelectionTooLarge =
     "Too many lines to copy: save the report as a text file instead";
+inline constexpr std::string_view kLinesNotCopied = "The lines cannot be copied";
+inline constexpr std::string_view kReportNotSaved = "The report cannot be written";
 // Completed by the numbers of the nodes.
 inline constexpr std::string_view kDivergedNodes = "Diverged Output Nodes - ";
 inline constexpr std::string_view kNoDivergences = "Network Training OK - No Divergences Found";
 
-inline constexpr std::array kBrowserMessages = {kReportFileDenied, kReportUnreadable,
-                                                kSelectionTooLarge, kDivergedNodes, kNoDivergences};
+inline constexpr std::array kBrowserMessages = {
+    kReportFileDenied, kReportUnreadable, kSelectionTooLarge, kLinesNotCopied,
+    kReportNotSaved,   kDivergedNodes,    kNoDivergences};
 
 // Captions of the window, of the message boxes and of the entry dialogs, with the prompts of the
 // latter.

@@ -221,10 +221,14 @@ std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Can
     DrawGraph(graph, layout, canvas);
   } catch (const std::bad_alloc&) {
     if (!graph.contours) throw;
-    return Message{std::string(kNetGraphErrorCaption), std::string(kContourMemory),
-                   MessageIcon::kExclamation};
+    return ContourMemoryMessage();
   }
   return std::nullopt;
+}
+
+Message ContourMemoryMessage() {
+  return {std::string(kNetGraphErrorCaption), std::string(kContourMemory),
+          MessageIcon::kExclamation};
 }
 
 }  // namespace tarn

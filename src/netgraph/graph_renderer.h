@@ -23,4 +23,7 @@ std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Can
 std::optional<Message> PaintGraph(const Graph& graph, const GraphView& view, Canvas& canvas,
                                   GraphLayout& layout);
 
+// That memory is too short for contours.
+Message ContourMemoryMessage();
+
 }  // namespace tarn

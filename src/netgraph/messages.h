@@ -20,6 +20,8 @@ inline constexpr std::string_view kCopyInstead = "Copy graph to clipboard instea
 // Completed by the limits.
 inline constexpr std::string_view kPictureSizeInvalid =
     "The size of a picture is two numbers from %s to %s";
+inline constexpr std::string_view kPictureKindUnknown =
+    "A picture is PNG or SVG: its name has to end in .png or .svg";
 
 // Texts of the status line, completed by the percentage.
 inline constexpr std::string_view kHiddenNodesProgress = "Hidden Nodes/Patterns Processed %d%%";
@@ -30,11 +32,10 @@ inline constexpr std::string_view kContourProgress = "Contours Processed %d%%";
 inline constexpr std::string_view kZoomHint = "Drag from TOP/LEFT to BOTTOM/RIGHT";
 
 inline constexpr std::array kNetGraphMessages = {
-    kHistoryUnreadable,    kInvalidZoomArea,    kTooFewInputs,
-    kInputSelectionError,  kContourMemory,      kSingleHiddenNode,
-    kGraphNotSaved,        kGraphNotCopied,     kBitmapDepth,
-    kCopyInstead,          kPictureSizeInvalid, kHiddenNodesProgress,
-    kInterrogatorProgress, kContourProgress,    kZoomHint};
+    kHistoryUnreadable,   kInvalidZoomArea,      kTooFewInputs,       kInputSelectionError,
+    kContourMemory,       kSingleHiddenNode,     kGraphNotSaved,      kGraphNotCopied,
+    kBitmapDepth,         kCopyInstead,          kPictureSizeInvalid, kPictureKindUnknown,
+    kHiddenNodesProgress, kInterrogatorProgress, kContourProgress,    kZoomHint};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kInvalidZoomCaption = "Invalid Zoom Area";

@@ -37,7 +37,7 @@ class RecordingView : public StudyView {
     captions.emplace_back(caption);
     reports.push_back(std::move(report));
   }
-  void ShowStatus(std::string_view text) override { statuses.emplace_back(text); }
+  void ShowProgress(std::string_view text) override { progress.emplace_back(text); }
   void TaskChanged() override { ++task_changes; }
 
   std::vector<std::string> titles;
@@ -45,7 +45,7 @@ class RecordingView : public StudyView {
   std::vector<HistoryKind> histories;
   std::vector<std::string> captions;
   std::vector<std::unique_ptr<ReportFile>> reports;
-  std::vector<std::string> statuses;
+  std::vector<std::string> progress;
   int task_changes = 0;
 };
 
@@ -209,9 +209,11 @@ TEST_F(StudyDeskTest, InterrogatesInputsInSlicesAndShowsHowFarItIs) {
   m_dialogs.answers = {Answer::kYes};
   Desk().DoCommand(131);
   EXPECT_EQ(m_dialogs.busy_log, "+");
+  EXPECT_EQ(Desk().hint(), "Press Escape to stop");
   Finish();
+  EXPECT_EQ(Desk().hint(), "");
   EXPECT_EQ(m_dialogs.busy_log, "+-");
-  EXPECT_EQ(m_view.statuses.back(), "Inputs/Patterns Processed 100%");
+  EXPECT_EQ(m_view.progress.back(), "Inputs/Patterns Processed 100%");
   EXPECT_THAT(m_view.titles, ElementsAre("Percent Contributions From Inputs on Output Node 1"));
   EXPECT_EQ(m_view.task_changes, 2);
 }
@@ -221,7 +223,7 @@ TEST_F(StudyDeskTest, AnalyzesHiddenLayersOfSeveralNodes) {
   Finish();
   EXPECT_THAT(m_view.titles,
               ElementsAre("Cummulative Connection Strengths From Nodes in Hidden Layer 1"));
-  EXPECT_EQ(m_view.statuses.back(), "Hidden Nodes/Patterns Processed 100%");
+  EXPECT_EQ(m_view.progress.back(), "Hidden Nodes/Patterns Processed 100%");
 }
 
 TEST_F(StudyDeskTest, TellsThatSingleHiddenNodesHaveNothingToCompare) {
@@ -238,7 +240,7 @@ TEST_F(StudyDeskTest, TracesContoursOfTwoInputsWithoutAQuestion) {
   Finish();
   EXPECT_THAT(m_dialogs.entries, IsEmpty());
   EXPECT_THAT(m_view.titles, ElementsAre("Input nodes 1, 2 Influence on Output node 1"));
-  EXPECT_EQ(m_view.statuses.back(), "Contours Processed 100%");
+  EXPECT_EQ(m_view.progress.back(), "Contours Processed 100%");
   EXPECT_TRUE(m_view.graphs[0].contours);
 }
 
@@ -263,7 +265,7 @@ TEST_F(StudyDeskTest, StopsATaskAndKeepsWhatWasShown) {
   EXPECT_FALSE(Desk().HasTask());
   EXPECT_FALSE(Desk().Work(1000));
   EXPECT_THAT(m_view.titles, IsEmpty());
-  EXPECT_EQ(m_view.statuses.back(), "Analysis Stopped");
+  EXPECT_EQ(Desk().hint(), "Analysis Stopped");
   EXPECT_EQ(m_dialogs.busy_log, "+-");
   EXPECT_EQ(m_view.task_changes, 2);
   Desk().StopTask();

@@ -108,5 +108,11 @@ TEST_F(ReportKinds, AskWithTheirTexts) {
   EXPECT_EQ(kSaveReportQuestion.filter, "bitmap (*.txt)|*.txt");
 }
 
+TEST(ReportWindow, HasItsTexts) {
+  EXPECT_EQ(kBrowserCaption, "Info Browser");
+  EXPECT_EQ(kLinesNotCopied, "The lines cannot be copied");
+  EXPECT_EQ(kReportNotSaved, "The report cannot be written");
+}
+
 }  // namespace
 }  // namespace tarn

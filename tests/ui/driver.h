@@ -3,7 +3,9 @@
 #include <functional>
 #include <string_view>
 #include <vector>
+#include <wx/app.h>
 #include <wx/dialog.h>
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 #include "support/fake_dialogs.h"
@@ -25,6 +27,18 @@ void RunWhile(const std::function<void()>& action, const std::vector<Step>& step
 
 // The innermost modal dialog that is shown; null when there is none.
 wxDialog* TopDialog();
+
+// The windows of a kind that are on the screen, in the order in which they were opened.
+template <typename Window>
+std::vector<Window*> OpenWindows() {
+  std::vector<Window*> open;
+  for (wxWindow* window : wxTopLevelWindows) {
+    auto* wanted = dynamic_cast<Window*>(window);
+    const bool stays = wanted != nullptr && !wxTheApp->IsScheduledForDestruction(wanted);
+    if (stays && wanted->IsShown()) open.push_back(wanted);
+  }
+  return open;
+}
 
 // Presses a button, checks a radio button or toggles a check box. A control that is disabled or
 // not shown fails the test.

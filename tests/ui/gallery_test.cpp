@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 #include <utility>
 #include <vector>
+#include <wx/print.h>
 #include <wx/uiaction.h>
 
+#include "browser/ui/info_browser.h"
+#include "netgraph/ui/net_graph_dlg.h"
 #include "resources/controls.h"
 #include "ui/main_window_fixture.h"
 #include "ui/pictures.h"
@@ -38,11 +41,30 @@ class Gallery : public MainWindowFixture {
   }
   std::vector<Step> Steps() { return std::exchange(m_steps, {}); }
 
+  Gallery& Enter(const char* text) {
+    m_steps.emplace_back([text] { Type(*TopDialog(), 101, text); });
+    return Press(kOkId);
+  }
+
   void LookAtFrame(const char* name) {
-    int turns = 0;
-    Until([&] { return ++turns > 2 * kTurnsToPaint; });
+    WaitToPaint();
     LookAt(Frame(), name);
   }
+  // Waits for the window of that kind, looks at it and closes it.
+  template <typename Window>
+  void LookAtTheOpen(const char* name) {
+    Until([] { return OpenWindows<Window>().size() == 1; });
+    WaitToPaint();
+    LookAt(*OpenWindows<Window>().front(), name);
+    OpenWindows<Window>().front()->Close();
+    Until([] { return OpenWindows<Window>().empty(); });
+  }
+  void WaitToPaint() {
+    int turns = 0;
+    Until([&] { return ++turns > 2 * kTurnsToPaint; });
+  }
+
+  static constexpr int kPreview = 151;
 
   std::vector<Step> m_steps;
 };
@@ -73,6 +95,33 @@ TEST_F(Gallery, ShowsTheTrainingWindowAndItsDialogs) {
   Choose(106, Look("learn-rate").Press(kOkId).Steps());
   m_dialogs->files.push_back(m_folder / "snapshot.net");
   Choose(104, Look("autosave").Press(kCancelId).Steps());
+}
+
+TEST_F(Gallery, ShowsGraphs) {
+  OpenForTraining("iris.net");
+  Train();
+  m_native.answers = {wxID_NO, wxID_NO};
+  Choose(116);
+  LookAtTheOpen<NetGraphDlg>("graph-history");
+  Choose(118);
+  LookAtTheOpen<NetGraphDlg>("graph-scatter");
+  Choose(119, Enter("2").Steps());
+  LookAtTheOpen<NetGraphDlg>("graph-outputs");
+  Choose(131, Enter("2").Steps());
+  LookAtTheOpen<NetGraphDlg>("graph-interrogator");
+  Choose(146, Enter("3").Enter("4").Enter("2").Steps());
+  LookAtTheOpen<NetGraphDlg>("graph-contours");
+}
+
+TEST_F(Gallery, ShowsReports) {
+  OpenForTraining("iris.net");
+  Train();
+  Choose(123);
+  LookAtTheOpen<InfoBrowser>("report-outputs");
+  Choose(125);
+  OpenWindows<InfoBrowser>().front()->ProcessCommand(kPreview);
+  LookAtTheOpen<wxPreviewFrame>("report-preview");
+  LookAtTheOpen<InfoBrowser>("report-statistics");
 }
 
 TEST_F(Gallery, ShowsTheRecallDialogAndWindow) {

@@ -160,7 +160,7 @@ class Monkey : public MainWindowFixture {
       }
       return;
     }
-    if (!FrameIsOpen() || Frame().IsBeingDeleted()) return;
+    if (!FrameIsOpen() || wxTheApp->IsScheduledForDestruction(&Frame())) return;
     if (Frame().GetMenuBar() == nullptr && Client().IsEnabled() && m_dice.OneIn(4)) {
       BeginAfresh();
       return;
@@ -201,7 +201,8 @@ class Monkey : public MainWindowFixture {
     std::vector<wxTopLevelWindow*> windows;
     for (wxWindow* window : wxTopLevelWindows) {
       auto* top = dynamic_cast<wxTopLevelWindow*>(window);
-      if (top != nullptr && top->IsShown() && !top->IsBeingDeleted()) windows.push_back(top);
+      if (top != nullptr && top->IsShown() && !wxTheApp->IsScheduledForDestruction(top))
+        windows.push_back(top);
     }
     return windows;
   }

@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 #include <wx/menu.h>
 
@@ -25,21 +28,11 @@ constexpr int kExportData = 154;
 constexpr int kRestart = 129;
 constexpr int kRecallRestart = 229;
 
-template <typename Window>
-std::vector<Window*> Open() {
-  std::vector<Window*> open;
-  for (wxWindow* window : wxTopLevelWindows) {
-    auto* wanted = dynamic_cast<Window*>(window);
-    if (wanted != nullptr && !wanted->IsBeingDeleted() && wanted->IsShown()) open.push_back(wanted);
-  }
-  return open;
-}
-
 std::vector<NetGraphDlg*> Graphs() {
-  return Open<NetGraphDlg>();
+  return OpenWindows<NetGraphDlg>();
 }
 std::vector<InfoBrowser*> Reports() {
-  return Open<InfoBrowser>();
+  return OpenWindows<InfoBrowser>();
 }
 
 // Answers the single-value entry that is on the screen.
@@ -89,8 +82,16 @@ class StudyWindowsTest : public MainWindowFixture {
     RunWhile([this] { Click(Client(), 105); }, steps);
     Until([this] { return Frame().GetMenuBar() != nullptr; });
   }
+  std::string Hint() { return Utf8(Frame().GetStatusBar()->GetStatusText(0)); }
+  static size_t TemporaryFiles() {
+    const std::string prefix = "Tarn" + std::to_string(::getpid()) + "-";
+    const std::filesystem::directory_iterator folder(std::filesystem::temp_directory_path());
+    return static_cast<size_t>(std::ranges::count_if(folder, [&](const auto& entry) {
+      return entry.path().filename().string().starts_with(prefix);
+    }));
+  }
   void FinishTask() {
-    Until([this] { return Frame().GetStatusBar()->GetStatusText(0).empty(); });
+    Until([this] { return Hint().empty(); });
   }
 };
 
@@ -178,10 +179,15 @@ TEST_F(StudyWindowsTest, DisableWhatHasToWaitForATask) {
   EXPECT_FALSE(menu.IsEnabled(131));
   EXPECT_FALSE(menu.IsEnabled(119));
   EXPECT_TRUE(menu.IsEnabled(118));
-  EXPECT_EQ(Utf8(Frame().GetStatusBar()->GetStatusText(0)), "Press Escape to stop");
-  FinishTask();
+  EXPECT_EQ(Hint(), "Press Escape to stop");
+  std::string progress;
+  Until([&] {
+    if (StatusText().find('%') != std::string::npos) progress = StatusText();
+    return Hint().empty();
+  });
   EXPECT_TRUE(menu.IsEnabled(131));
-  EXPECT_EQ(StatusText(), "Inputs/Patterns Processed 100%");
+  EXPECT_EQ(progress, "Inputs/Patterns Processed 100%");
+  EXPECT_EQ(StatusText(), "Network Training") << "what stood there before";
 }
 
 TEST_F(StudyWindowsTest, StopATaskWithEscape) {
@@ -189,8 +195,48 @@ TEST_F(StudyWindowsTest, StopATaskWithEscape) {
   m_native.answers = {wxID_YES};
   Choose(131);
   PressOn(Frame(), WXK_ESCAPE);
-  Until([this] { return StatusText() == "Analysis Stopped"; });
+  Until([this] { return Hint() == "Analysis Stopped"; });
   EXPECT_TRUE(Frame().GetMenuBar()->IsEnabled(131));
+}
+
+TEST_F(StudyWindowsTest, StopATaskWithEscapeOnAGraphOrReport) {
+  OpenForTraining("iris.net");
+  Choose(116);
+  Choose(133);
+  for (wxWindow* window :
+       {static_cast<wxWindow*>(Graphs()[0]), static_cast<wxWindow*>(Reports()[0])}) {
+    m_native.answers = {wxID_YES};
+    Choose(131);
+    wxKeyEvent escape(wxEVT_CHAR_HOOK);
+    escape.m_keyCode = WXK_ESCAPE;
+    window->ProcessWindowEvent(escape);
+    EXPECT_EQ(Hint(), "Analysis Stopped");
+  }
+  EXPECT_THAT(Graphs(), SizeIs(1)) << "it is still open";
+  EXPECT_THAT(Reports(), SizeIs(1));
+}
+
+TEST_F(StudyWindowsTest, ShowProgressAndHintsWhole) {
+  OpenForTraining("iris.net");
+  const auto fits = [this](const char* text, int field) {
+    Until([&] {
+      wxRect place;
+      const wxStatusBar& bar = *Frame().GetStatusBar();
+      return bar.GetFieldRect(field, place) && bar.GetTextExtent(text).x <= place.width;
+    });
+  };
+  fits("Hidden Nodes/Patterns Processed 100%", 1);
+  fits("Press Escape to stop", 0);
+}
+
+TEST_F(StudyWindowsTest, LeaveTheReportsGoneWhenMemoryRunsOut) {
+  OpenForTraining("iris.net");
+  m_native.answers = {wxID_YES};
+  Choose(133);
+  Choose(131);
+  Frame().EndOutOfMemory();
+  EXPECT_EQ(TemporaryFiles(), 0U);
+  EXPECT_EQ(Hint(), "Analysis Stopped");
 }
 
 TEST_F(StudyWindowsTest, AskWhetherToGoOnWithTheInputs) {
@@ -300,25 +346,15 @@ TEST_F(StudyWindowsTest, DisableWhatARecallWithoutTargetsHasNoUseFor) {
 }
 
 TEST_F(StudyWindowsTest, LeaveNoTemporaryFileBehind) {
-  const auto temporary = [] {
-    std::vector<std::string> names;
-    const std::string prefix = "Tarn" + std::to_string(::getpid()) + "-";
-    for (const auto& entry :
-         std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-      const std::string name = entry.path().filename().string();
-      if (name.starts_with(prefix)) names.push_back(name);
-    }
-    return names.size();
-  };
   OpenForTraining("iris.net");
-  const size_t before = temporary();
+  const size_t before = TemporaryFiles();
   for (const int command : {133, 124, 125}) Choose(command);
-  EXPECT_EQ(temporary(), before + 3);
+  EXPECT_EQ(TemporaryFiles(), before + 3);
   Reports()[1]->Close();
-  Until([&] { return temporary() == before + 2; });
+  Until([&] { return TemporaryFiles() == before + 2; });
   Choose(kRestart);
   // History and snapshots are gone, too.
-  Until([&] { return temporary() < before; });
+  Until([&] { return TemporaryFiles() < before; });
 }
 
 }  // namespace

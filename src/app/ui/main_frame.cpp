@@ -1,5 +1,6 @@
 #include "app/ui/main_frame.h"
 
+#include <algorithm>
 #include <array>
 #include <new>
 #include <utility>
@@ -19,6 +20,7 @@
 #include "base/paths.h"
 #include "engine/training_figures.h"
 #include "netfile/configuration_file.h"
+#include "resources/commands.h"
 #include "resources/controls.h"
 #include "setup/ui/rec_data_dlg.h"
 #include "setup/ui/trn_setup_dlg.h"
@@ -32,7 +34,6 @@ enum Command : int {
   kSaveRecallOutputs = 202,
   kRecallRestart = 229,
   kRecallExit = 230,
-  kHelp = 24341,
   kAbout = 24346,
 };
 
@@ -40,13 +41,12 @@ enum Command : int {
 constexpr int kOpenKey = wxID_HIGHEST + 1;
 constexpr int kEscapeKey = wxID_HIGHEST + 2;
 
-// The first for the hints of the menus, the second for what the program does.
-constexpr int kStatusFields = 2;
-constexpr int kStatusField = 1;
-constexpr int kStatusWidth = 190;  // of the second
-
 // Of the recall window, in dialog units.
 const wxSize kRecallSize(163, 127);
+
+// Texts of the second field, the longest that the training and the recall window show.
+constexpr std::string_view kLongTrainingStatus = "Hidden Nodes/Patterns Processed 100%";
+constexpr std::string_view kLongRecallStatus = kRecallComplete;
 
 constexpr const char* kFirstCaption = "Tarn for Windows";
 constexpr const char* kStartUpClient = "StartUp";
@@ -79,8 +79,10 @@ TMain::TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, 
   Bind(wxEVT_MENU, &TMain::OnMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, &TMain::OnClose, this);
   Bind(wxEVT_ICONIZE, &TMain::OnIconize, this);
+  Bind(wxEVT_MENU_OPEN, &TMain::OnMenuOpen, this);
+  Bind(wxEVT_MENU_CLOSE, &TMain::OnMenuClose, this);
   const std::array keys = {wxAcceleratorEntry(wxACCEL_CTRL, 'O', kOpenKey),
-                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_F1, kHelp),
+                           wxAcceleratorEntry(wxACCEL_NORMAL, WXK_F1, kHelpCommand),
                            wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kEscapeKey)};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
   ShowStartUp();
@@ -104,6 +106,7 @@ void TMain::EndOutOfMemory() {
   // Once: the messages themselves may find no memory.
   if (std::exchange(m_out_of_memory, true)) return;
   if (m_loader != nullptr) EndLoad();
+  if (m_study != nullptr) m_study->Abandon();
   if (m_training != nullptr) m_training->Abandon();
   m_session.scratch.Remove();
   m_dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
@@ -228,6 +231,7 @@ void TMain::ShowStartUp() {
 
 void TMain::ShowTraining() {
   ClearClient(kTrainingClient, "TRAIN_MENU");
+  MakeStatusBar(kLongTrainingStatus);
   m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { FiguresShown(); });
   TakeClient(m_training);
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock,
@@ -236,6 +240,7 @@ void TMain::ShowTraining() {
 
 void TMain::ShowRecall() {
   ClearClient(kRecallClient, "RECALL_MENU");
+  MakeStatusBar(kLongRecallStatus);
   TakeClient(new RecallRunDlg(this, m_session.network), ConvertDialogToPixels(kRecallSize));
   Centre();
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock);
@@ -256,10 +261,42 @@ void TMain::ClearClient(const char* next, const char* menu) {
   wxStatusBar* old_status = GetStatusBar();
   SetStatusBar(nullptr);
   delete old_status;
-  if (menu == nullptr) return;
+}
+
+void TMain::MakeStatusBar(std::string_view longest_status) {
   CreateStatusBar(kStatusFields);
-  const std::array widths = {-1, FromDIP(kStatusWidth)};
+  // Beside the text its borders, and the grip of the window.
+  m_status_width = GetTextExtent(Wide(longest_status)).x + 2 * GetStatusBar()->GetSize().y;
+  GetStatusBar()->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    DivideStatusBar();
+    event.Skip();
+  });
+  DivideStatusBar();
+}
+
+void TMain::DivideStatusBar() {
+  if (GetStatusBar() == nullptr) return;
+  // Hints are long: while a menu is open they have the whole bar.
+  const int most = m_menu_open ? 1 : 2 * GetStatusBar()->GetClientSize().x / 3;
+  const std::array widths = {-1, std::max(std::min(m_status_width, most), 1)};
   SetStatusWidths(kStatusFields, widths.data());
+}
+
+void TMain::OnMenuOpen(wxMenuEvent& event) {
+  event.Skip();
+  m_menu_open = true;
+  DivideStatusBar();
+  if (m_study != nullptr && event.GetMenu() != nullptr) m_study->ShowObstacle(*event.GetMenu());
+}
+
+void TMain::OnMenuClose(wxMenuEvent& event) {
+  event.Skip();
+  // After the frame has put back what the bar showed before.
+  CallAfter([this] {
+    m_menu_open = false;
+    DivideStatusBar();
+    if (m_study != nullptr) m_study->ShowHint();
+  });
 }
 
 void TMain::TakeClient(wxWindow* client, const wxSize& opening) {
@@ -328,7 +365,7 @@ void TMain::OnMenu(wxCommandEvent& event) {
     case kSaveRecallOutputs:
       SaveOutputs(m_session, m_dialogs);
       break;
-    case kHelp:
+    case kHelpCommand:
       ShowHelp();
       break;
     case kAbout:
@@ -386,6 +423,7 @@ bool TMain::MayLeaveClient() {
 }
 
 void TMain::Restart() {
+  if (!IsFree()) return;
   if (!MayLeaveClient()) return;
   const std::string path = m_session.network.file_name;
   ShowStartUp();

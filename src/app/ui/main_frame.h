@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <wx/frame.h>
 #include <wx/utils.h>
 
@@ -59,6 +60,9 @@ class TMain : public wxFrame {
   void ClearClient(const char* next, const char* menu);
   // `opening` is its size when none is remembered.
   void TakeClient(wxWindow* client, const wxSize& opening = {});
+  // With room for such a text beside the hints.
+  void MakeStatusBar(std::string_view longest_status);
+  void DivideStatusBar();
   void RememberGeometry();
   void UpdateCaption();
   void FiguresShown();
@@ -67,6 +71,8 @@ class TMain : public wxFrame {
   bool IsFree() const;
   void OnIdle(wxIdleEvent& event);
   void OnMenu(wxCommandEvent& event);
+  void OnMenuOpen(wxMenuEvent& event);
+  void OnMenuClose(wxMenuEvent& event);
   bool DoClientCommand(int command);
   void OnClose(wxCloseEvent& event);
   void OnIconize(wxIconizeEvent& event);
@@ -84,6 +90,8 @@ class TMain : public wxFrame {
   StartUpWindow* m_start_up = nullptr;
   TrainRunDlg* m_training = nullptr;
   std::unique_ptr<StudyWindows> m_study;  // of the training or the recall window
+  int m_status_width = 0;                 // wanted
+  bool m_menu_open = false;
   bool m_iconized = false;
   bool m_out_of_memory = false;
   int m_open_dialogs = 0;       // of its own

@@ -6,6 +6,7 @@
 
 #include "app/ui/messages.h"
 #include "browser/ui/info_browser.h"
+#include "resources/commands.h"
 #include "resources/controls.h"
 
 namespace tarn {
@@ -15,10 +16,6 @@ namespace {
 constexpr int64_t kSliceMs = 15;
 // Of the time that a run takes, the part that its graphs may take: one in so many.
 constexpr int64_t kFollowShare = 10;
-
-// The status bar shows hints in its first field, what the program does in the second.
-constexpr int kHintField = 0;
-constexpr int kStatusField = 1;
 
 std::vector<wxMenuItem*> ItemsOf(const wxMenuBar& bar) {
   std::vector<wxMenuItem*> items;
@@ -46,6 +43,15 @@ StudyWindows::~StudyWindows() {
   }
 }
 
+void StudyWindows::Abandon() {
+  m_follow_timer.Stop();
+  m_followers.clear();
+  m_desk.StopTask();
+  for (const wxWeakRef<wxFrame>& window : m_windows) {
+    if (auto* report = dynamic_cast<InfoBrowser*>(window.get())) report->DiscardReport();
+  }
+}
+
 bool StudyWindows::Work() {
   return m_desk.Work(kSliceMs);
 }
@@ -57,6 +63,7 @@ NetGraphDlg* StudyWindows::Open(Graph graph) {
 }
 
 void StudyWindows::ShowHistory(HistoryKind kind, Graph graph) {
+  std::erase_if(m_followers, [](const Follower& follower) { return !follower.window; });
   m_followers.push_back({kind, Open(std::move(graph))});
 }
 
@@ -67,18 +74,56 @@ void StudyWindows::ShowReport(std::unique_ptr<ReportFile> report, std::string_vi
 void StudyWindows::Keep(wxFrame* window) {
   std::erase_if(m_windows, [](const wxWeakRef<wxFrame>& kept) { return !kept; });
   m_windows.emplace_back(window);
+  window->Bind(wxEVT_CHAR_HOOK, &StudyWindows::OnKey, this);
   window->Show();
 }
 
-void StudyWindows::ShowStatus(std::string_view text) {
-  if (m_frame.GetStatusBar() != nullptr) m_frame.SetStatusText(Wide(text), kStatusField);
+// Escape stops what is under way before it closes a window.
+void StudyWindows::OnKey(wxKeyEvent& event) {
+  if (event.GetKeyCode() == WXK_ESCAPE && m_desk.HasTask()) {
+    m_desk.StopTask();
+  } else {
+    event.Skip();
+  }
+}
+
+// Others write there, too, while the task goes on.
+void StudyWindows::ShowProgress(std::string_view text) {
+  const wxStatusBar* bar = m_frame.GetStatusBar();
+  if (bar == nullptr) return;
+  const wxString shown = bar->GetStatusText(kStatusField);
+  if (shown != m_progress) m_status = shown;
+  m_progress = Wide(text);
+  if (shown != m_progress) m_frame.SetStatusText(m_progress, kStatusField);
+}
+
+void StudyWindows::PutBackStatus() {
+  const wxStatusBar* bar = m_frame.GetStatusBar();
+  if (bar == nullptr || m_progress.empty()) return;
+  if (bar->GetStatusText(kStatusField) == m_progress) m_frame.SetStatusText(m_status, kStatusField);
+  m_progress.clear();
 }
 
 void StudyWindows::TaskChanged() {
   EnableCommands();
-  if (m_frame.GetStatusBar() == nullptr) return;
-  m_frame.SetStatusText(m_desk.HasTask() ? Wide(kEscapeStops) : wxString(), kHintField);
+  ShowHint();
+  if (!m_desk.HasTask()) PutBackStatus();
   wxWakeUpIdle();
+}
+
+void StudyWindows::ShowHint() {
+  if (m_frame.GetStatusBar() == nullptr) return;
+  m_frame.SetStatusText(Wide(m_desk.hint()), kHintField);
+}
+
+// Items that are disabled give no hint of their own.
+void StudyWindows::ShowObstacle(const wxMenu& menu) {
+  for (const wxMenuItem* item : menu.GetMenuItems()) {
+    const std::string_view obstacle = m_desk.Obstacle(item->GetId());
+    if (obstacle.empty()) continue;
+    m_frame.SetStatusText(Wide(obstacle), kHintField);
+    return;
+  }
 }
 
 void StudyWindows::EnableCommands() {
@@ -103,9 +148,9 @@ void StudyWindows::FollowRun() {
 }
 
 void StudyWindows::BringUpToDate() {
-  std::erase_if(m_followers, [](const Follower& follower) { return !follower.window; });
   const int64_t begun = m_clock.NowMs();
   for (const Follower& follower : m_followers) {
+    if (!follower.window) continue;
     if (std::optional<Graph> graph = m_desk.HistoryGraph(follower.kind)) {
       follower.window->Replace(std::move(*graph));
       // The time that drawing takes counts.

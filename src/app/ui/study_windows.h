@@ -7,7 +7,9 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+#include <wx/event.h>
 #include <wx/frame.h>
+#include <wx/menu.h>
 #include <wx/timer.h>
 #include <wx/weakref.h>
 
@@ -40,6 +42,14 @@ class StudyWindows : private StudyView {
   // The run has gone on: brings the graphs of its history up to date, now or soon.
   void FollowRun();
 
+  // The program ends without closing the windows: no task and no file is left.
+  void Abandon();
+
+  // While a menu is open: the hint of its commands that are disabled for good; afterwards what
+  // there is to say without a menu.
+  void ShowObstacle(const wxMenu& menu);
+  void ShowHint();
+
  private:
   struct Follower {
     HistoryKind kind;
@@ -50,13 +60,15 @@ class StudyWindows : private StudyView {
   void ShowGraph(Graph graph) override { Open(std::move(graph)); }
   void ShowHistory(HistoryKind kind, Graph graph) override;
   void ShowReport(std::unique_ptr<ReportFile> report, std::string_view caption) override;
-  void ShowStatus(std::string_view text) override;
+  void ShowProgress(std::string_view text) override;
   void TaskChanged() override;
 
   NetGraphDlg* Open(Graph graph);
   void Keep(wxFrame* window);
+  void OnKey(wxKeyEvent& event);
   void BringUpToDate();
   void EnableCommands();
+  void PutBackStatus();
 
   wxFrame& m_frame;
   Dialogs& m_dialogs;
@@ -65,6 +77,8 @@ class StudyWindows : private StudyView {
   std::vector<wxWeakRef<wxFrame>> m_windows;
   std::vector<Follower> m_followers;
   int64_t m_follow_at_ms = 0;  // not before
+  wxString m_progress;         // as it was shown last; empty without a task
+  wxString m_status;           // what stood there before
   wxTimer m_follow_timer;
 };
 

@@ -17,6 +17,7 @@
 #include "app/ui/opened.h"
 #include "engine/ui/auto_save_dlg.h"
 #include "resources/controls.h"
+#include "resources/printing.h"
 #include "setup/messages.h"
 
 namespace tarn {
@@ -40,14 +41,31 @@ bool ReplacesUnasked(const std::string& chosen, const std::string& path) {
 
 }  // namespace
 
-wxWindow* DialogParent() {
+namespace {
+
+wxDialog* InnermostModalDialog() {
   for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
     auto* dialog = dynamic_cast<wxDialog*>(node->GetData());
     if (dialog != nullptr && dialog->IsModal()) return dialog;
   }
+  return nullptr;
+}
+
+// Neither it nor a window that owns it is about to go.
+bool Stays(const wxWindow* window) {
+  for (; window != nullptr; window = window->GetParent()) {
+    if (wxTheApp->IsScheduledForDestruction(const_cast<wxWindow*>(window))) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+wxWindow* DialogParent() {
+  if (wxDialog* dialog = InnermostModalDialog()) return dialog;
   // Above the graph or the report that the user is at.
   wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
-  if (dynamic_cast<wxFrame*>(active) != nullptr && !active->IsBeingDeleted()) return active;
+  if (dynamic_cast<wxFrame*>(active) != nullptr && Stays(active)) return active;
   return wxTheApp->GetTopWindow();
 }
 
@@ -56,6 +74,15 @@ wxString FileDialogFilter(std::string_view filter) {
   wxString text = Wide(filter);
   text.Replace("|*.*", "|" + wxString(wxFileSelectorDefaultWildcardStr));
   return text;
+}
+
+// Those that others have opened count, too.
+bool WindowDialogs::IsAsking() const {
+  return m_open > 0 || IsSystemAsking() || InnermostModalDialog() != nullptr;
+}
+
+bool WindowDialogs::IsSystemAsking() const {
+  return m_system_open > 0 || IsPrinting();
 }
 
 int WindowDialogs::ShowBox(const Message& message, long style) {

@@ -31,8 +31,8 @@ class WindowDialogs : public Dialogs {
   std::optional<std::string> ChooseSnapshot(const std::vector<std::string>& iterations) override;
   void ShowHelp(HelpTopic topic) override;
   void StartDataEditor() override;
-  bool IsAsking() const override { return m_open > 0 || m_system_open > 0; }
-  bool IsSystemAsking() const override { return m_system_open > 0; }
+  bool IsAsking() const override;
+  bool IsSystemAsking() const override;
   void ShowBusy(bool busy) override;
 
  protected:

@@ -4,17 +4,17 @@
 #include <optional>
 #include <utility>
 #include <wx/accel.h>
-#include <wx/clipbrd.h>
 #include <wx/dataobj.h>
 #include <wx/display.h>
 #include <wx/menu.h>
 #include <wx/settings.h>
-#include <wx/weakref.h>
 #include <wx/xrc/xmlres.h>
 
 #include "browser/line_selection.h"
 #include "browser/messages.h"
 #include "browser/ui/tpb_print.h"
+#include "resources/clipboard.h"
+#include "resources/commands.h"
 #include "resources/controls.h"
 #include "resources/printing.h"
 
@@ -22,14 +22,7 @@ namespace tarn {
 namespace {
 
 enum Command : int {
-  kSaveAs = 136,
-  kPrint = 137,
-  kCopy = 138,
-  kExit = 143,
-  kPreview = 151,
-  kPageSetup = 152,
   kSelectAll = 156,
-  kHelp = 24341,
 };
 
 const wxSize kLeast(240, 120);  // independent of the display
@@ -45,8 +38,8 @@ InfoBrowser::InfoBrowser(wxWindow* owner, std::unique_ptr<ReportFile> report,
       m_list(new VirtualList(this)) {
   SetProgramIcon(*this);
   SetMenuBar(wxXmlResource::Get()->LoadMenuBar("INFO_MENU"));
-  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExit),
-                           wxAcceleratorEntry(wxACCEL_CTRL, 'W', kExit)};
+  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExitCommand),
+                           wxAcceleratorEntry(wxACCEL_CTRL, 'W', kExitCommand)};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
   Bind(wxEVT_MENU, &InfoBrowser::OnMenu, this);
   Bind(wxEVT_CONTEXT_MENU, &InfoBrowser::OnContextMenu, this);
@@ -76,34 +69,40 @@ void InfoBrowser::ShowReport() {
   if (!readable) m_dialogs.Tell(kReportErrorCaption, kReportUnreadable);
 }
 
+void InfoBrowser::DiscardReport() {
+  // The list reads it.
+  m_list->text().Close();
+  m_report->Discard();
+}
+
 void InfoBrowser::EnableCopy() {
-  GetMenuBar()->Enable(kCopy, m_list->selection().count() > 0);
+  GetMenuBar()->Enable(kCopyCommand, m_list->selection().count() > 0);
 }
 
 void InfoBrowser::OnMenu(wxCommandEvent& event) {
   switch (event.GetId()) {
-    case kSaveAs:
+    case kSaveAsCommand:
       SaveAs();
       break;
-    case kPrint:
+    case kPrintCommand:
       PrintReport();
       break;
-    case kPreview:
-      PreviewPrint(*this, [this] { return std::make_unique<TPBPrint>(*m_list, m_caption); });
+    case kPreviewCommand:
+      Preview();
       break;
-    case kPageSetup:
+    case kPageSetupCommand:
       SetUpPage(*this);
       break;
-    case kCopy:
+    case kCopyCommand:
       Copy();
       break;
     case kSelectAll:
       m_list->SelectAll();
       break;
-    case kHelp:
+    case kHelpCommand:
       m_dialogs.ShowHelp(HelpTopic::kInformationBrowser);
       break;
-    case kExit:
+    case kExitCommand:
       Close();
       break;
     default:
@@ -113,14 +112,14 @@ void InfoBrowser::OnMenu(wxCommandEvent& event) {
 
 void InfoBrowser::OnContextMenu(wxContextMenuEvent& event) {
   const std::unique_ptr<wxMenu> menu(wxXmlResource::Get()->LoadMenu("INFO_POPUP"));
-  menu->Enable(kCopy, m_list->selection().count() > 0);
+  menu->Enable(kCopyCommand, m_list->selection().count() > 0);
   const bool by_key = event.GetPosition() == wxDefaultPosition;
   m_list->PopupMenu(menu.get(), by_key ? m_list->CaretPlace() : wxDefaultPosition);
 }
 
-// Not while a dialog asks on its behalf, or its pages are on their way to the printer.
+// Not while a dialog asks on its behalf.
 void InfoBrowser::OnClose(wxCloseEvent& event) {
-  if (event.CanVeto() && (m_dialogs.IsAsking() || m_printing)) {
+  if (event.CanVeto() && m_dialogs.IsAsking()) {
     event.Veto();
   } else {
     Destroy();
@@ -128,19 +127,21 @@ void InfoBrowser::OnClose(wxCloseEvent& event) {
 }
 
 void InfoBrowser::SaveAs() {
-  const wxWeakRef<InfoBrowser> window(this);
   const std::optional<std::string> path = m_dialogs.ChooseFile(kSaveReportQuestion);
-  // The program may have been ended meanwhile.
-  if (!path || window == nullptr) return;
-  WhileBusy(m_dialogs, [&] { return SaveReportText(m_list->text(), *path); });
+  if (!path) return;
+  const bool saved = WhileBusy(m_dialogs, [&] { return SaveReportText(m_list->text(), *path); });
+  if (!saved) m_dialogs.Tell(kReportErrorCaption, kReportNotSaved);
 }
 
 void InfoBrowser::PrintReport() {
-  const wxWeakRef<InfoBrowser> window(this);
   TPBPrint printout(*m_list, m_caption);
-  m_printing = true;
   TarnPrinter().PrintAsking(*this, printout);
-  if (window != nullptr) m_printing = false;
+}
+
+void InfoBrowser::Preview() {
+  const bool shown =
+      PreviewPrint(*this, [this] { return std::make_unique<TPBPrint>(*m_list, m_caption); });
+  if (!shown) m_dialogs.Tell(kReportErrorCaption, kNoPreview);
 }
 
 void InfoBrowser::Copy() {
@@ -149,9 +150,8 @@ void InfoBrowser::Copy() {
       m_dialogs, [&] { return ReadSelectedText(m_list->text(), m_list->selection(), text); });
   if (!read.ok()) {
     m_dialogs.Tell(kReportErrorCaption, read.message());
-  } else if (!text.empty() && wxTheClipboard->Open()) {
-    wxTheClipboard->SetData(new wxTextDataObject(Wide(text)));
-    wxTheClipboard->Close();
+  } else if (!text.empty() && !PutOnClipboard(std::make_unique<wxTextDataObject>(Wide(text)))) {
+    m_dialogs.Tell(kReportErrorCaption, kLinesNotCopied);
   }
 }
 

@@ -24,6 +24,8 @@ class InfoBrowser : public wxFrame {
   InfoBrowser& operator=(const InfoBrowser&) = delete;
 
   VirtualList& list() { return *m_list; }
+  // Removes the report file before its time, for a program that ends without closing its windows.
+  void DiscardReport();
 
  private:
   void ShowReport();
@@ -34,13 +36,13 @@ class InfoBrowser : public wxFrame {
 
   void SaveAs();
   void PrintReport();
+  void Preview();
   void Copy();
 
   std::unique_ptr<ReportFile> m_report;
   std::string m_caption;
   Dialogs& m_dialogs;
-  VirtualList* m_list;      // owned by the frame
-  bool m_printing = false;  // pages are on their way to the printer
+  VirtualList* m_list;  // owned by the frame
 };
 
 }  // namespace tarn

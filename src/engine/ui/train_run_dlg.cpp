@@ -12,6 +12,7 @@
 
 #include "engine/messages.h"
 #include "engine/training_figures.h"
+#include "resources/commands.h"
 #include "resources/controls.h"
 
 namespace tarn {
@@ -24,9 +25,6 @@ constexpr int64_t kShowEveryMs = 100;
 // The first iterations are shown at once.
 constexpr int32_t kFirstIterations = 3;
 constexpr int kHaltTickMs = 100;
-
-// The status bar shows the hints of the menus in its first field.
-constexpr int kStatusField = 1;
 
 constexpr int kRmsTrain = 201;
 constexpr int kRmsTest = 202;

@@ -9,8 +9,8 @@
 #include <wx/cursor.h>
 #include <wx/dcbuffer.h>
 #include <wx/graphics.h>
-#include <wx/utils.h>
 
+#include "netgraph/graph_renderer.h"
 #include "netgraph/read_out.h"
 #include "netgraph/ui/graph_bitmap.h"
 
@@ -47,7 +47,10 @@ GraphPanel::GraphPanel(wxWindow* parent, Graph graph, Dialogs& dialogs, Listener
   Bind(wxEVT_LEFT_DOWN, &GraphPanel::OnPress, this);
   Bind(wxEVT_MOTION, &GraphPanel::OnMotion, this);
   Bind(wxEVT_LEFT_UP, &GraphPanel::OnRelease, this);
-  Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { m_listener.read_out(""); });
+  Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) {
+    m_pointer.reset();
+    m_listener.read_out("");
+  });
   Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { EndZoom(); });
 }
 
@@ -72,6 +75,11 @@ Size GraphPanel::PageSize() const {
 }
 
 void GraphPanel::Replace(Graph graph) {
+  // A rectangle that is being dragged is one of what is on the screen.
+  if (m_band) {
+    m_next = std::move(graph);
+    return;
+  }
   m_graph = std::move(graph);
   m_view.Follow(m_graph);
   Redraw();
@@ -96,6 +104,7 @@ void GraphPanel::EndZoom() {
   SetCursor(wxNullCursor);
   Refresh(false);
   m_listener.zoom_mode_changed();
+  if (m_next) Replace(std::move(*std::exchange(m_next, std::nullopt)));
 }
 
 void GraphPanel::ResetZoom() {
@@ -117,18 +126,31 @@ bool GraphPanel::Draw() {
   const bool fits =
       m_drawn.IsOk() && m_drawn.GetLogicalSize() == size && m_drawn.GetScaleFactor() == scale;
   if (m_is_drawn && fits) return true;
-  if (!fits && !m_drawn.CreateScaled(size.x, size.y, kBitsPerPixel, scale)) throw std::bad_alloc();
-  const auto draw = [this] { return DrawOnBitmap(m_graph, m_view, Unit(), m_drawn, m_layout); };
-  const std::optional<Message> refused = TakesTime(m_graph) ? WhileBusy(m_dialogs, draw) : draw();
+  const auto draw = [&] {
+    if (!fits && !m_drawn.CreateScaled(size.x, size.y, kBitsPerPixel, scale))
+      throw std::bad_alloc();
+    return DrawOnBitmap(m_graph, m_view, Unit(), m_drawn, m_layout);
+  };
+  const std::optional<Message> refused = Drawing(draw);
   m_is_drawn = !refused;
   m_cannot_draw = refused.has_value();
   if (refused) {
     m_listener.cannot_draw(*refused);
   } else {
     // The pointer stays where it is, over other data.
-    ShowReadOut(ScreenToClient(wxGetMousePosition()));
+    ShowReadOut();
   }
   return m_is_drawn;
+}
+
+// What the user is told where memory is too short for contours, at whatever it is.
+std::optional<Message> GraphPanel::Drawing(const std::function<std::optional<Message>()>& draw) {
+  try {
+    return TakesTime(m_graph) ? WhileBusy(m_dialogs, draw) : draw();
+  } catch (const std::bad_alloc&) {
+    if (!m_graph.contours) throw;
+    return ContourMemoryMessage();
+  }
 }
 
 void GraphPanel::OnPaint(wxPaintEvent&) {
@@ -166,8 +188,9 @@ void GraphPanel::OnPress(wxMouseEvent& event) {
 }
 
 void GraphPanel::OnMotion(wxMouseEvent& event) {
+  m_pointer = event.GetPosition();
   if (!m_is_drawn) return;
-  ShowReadOut(event.GetPosition());
+  ShowReadOut();
   if (!m_band) return;
   m_band->to = m_layout.NearestInPlot(OnPage(event.GetPosition()));
   Refresh(false);
@@ -189,8 +212,8 @@ void GraphPanel::OnRelease(wxMouseEvent& event) {
   }
 }
 
-void GraphPanel::ShowReadOut(const wxPoint& place) const {
-  m_listener.read_out(ReadOut(m_graph, m_layout, OnPage(place)));
+void GraphPanel::ShowReadOut() const {
+  if (m_pointer) m_listener.read_out(ReadOut(m_graph, m_layout, OnPage(*m_pointer)));
 }
 
 double GraphPanel::Unit() const {

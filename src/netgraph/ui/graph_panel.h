@@ -50,12 +50,13 @@ class GraphPanel : public wxWindow {
  private:
   void Redraw();
   bool Draw();
+  std::optional<Message> Drawing(const std::function<std::optional<Message>()>& draw);
   void OnPaint(wxPaintEvent& event);
   void OnPress(wxMouseEvent& event);
   void OnMotion(wxMouseEvent& event);
   void OnRelease(wxMouseEvent& event);
   void PaintBand(wxDC& dc) const;
-  void ShowReadOut(const wxPoint& place) const;
+  void ShowReadOut() const;
   // What a pixel of the layout is in those of the client.
   double Unit() const;
   // A place of the client on the page.
@@ -70,6 +71,7 @@ class GraphPanel : public wxWindow {
   bool m_is_drawn = false;
   bool m_cannot_draw = false;
   bool m_zooming = false;
+  std::optional<wxPoint> m_pointer;  // while it is over the graph
 
   // From where to where a rectangle is dragged, on the page.
   struct Band {
@@ -77,6 +79,7 @@ class GraphPanel : public wxWindow {
     Point to;
   };
   std::optional<Band> m_band;
+  std::optional<Graph> m_next;  // that came meanwhile
 };
 
 }  // namespace tarn

@@ -3,9 +3,7 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <wx/clipbrd.h>
 #include <wx/dataobj.h>
-#include <wx/filename.h>
 #include <wx/menu.h>
 #include <wx/statusbr.h>
 #include <wx/xrc/xmlres.h>
@@ -14,9 +12,11 @@
 #include "netgraph/graph_csv.h"
 #include "netgraph/graph_file.h"
 #include "netgraph/messages.h"
-#include "netgraph/picture_size.h"
+#include "netgraph/picture_request.h"
 #include "netgraph/ui/graph_bitmap.h"
 #include "netgraph/ui/graph_printout.h"
+#include "resources/clipboard.h"
+#include "resources/commands.h"
 #include "resources/controls.h"
 #include "resources/printing.h"
 
@@ -24,45 +24,19 @@ namespace tarn {
 namespace {
 
 enum Command : int {
-  kSaveAs = 136,
-  kPrint = 137,
-  kCopy = 138,
   kToggleLegend = 139,
   kZoom = 140,
   kResetZoom = 141,
-  kExit = 143,
-  kPreview = 151,
-  kPageSetup = 152,
   kExportPicture = 153,
   kExportData = 154,
   kCopyData = 155,
-  kHelp = 24341,
 };
-
-// The first for the hints of the menus and of zoom mode, the second for the data under the pointer.
-constexpr int kStatusFields = 2;
-constexpr int kHintField = 0;
-constexpr int kReadOutField = 1;
 
 constexpr Size kOpeningSize = {640, 480};
 
 // In the pixels of the display that `window` is on.
 wxSize PixelsOf(const wxWindow& window, const Size& size) {
   return window.FromDIP(wxSize(static_cast<int>(size.width), static_cast<int>(size.height)));
-}
-
-bool IsSvg(const std::string& path) {
-  return wxFileName(Wide(path)).GetExt().IsSameAs("svg", false);
-}
-
-// Takes the data; false where the clipboard does not.
-bool PutOnClipboard(std::unique_ptr<wxDataObject> data) {
-  if (!wxTheClipboard->Open()) return false;
-  const bool taken = wxTheClipboard->SetData(data.release());
-  // It stays there when the program ends.
-  wxTheClipboard->Flush();
-  wxTheClipboard->Close();
-  return taken;
 }
 
 }  // namespace
@@ -83,13 +57,14 @@ NetGraphDlg::NetGraphDlg(wxWindow* owner, Graph graph, Dialogs& dialogs,
   };
   listener.zoom_mode_changed = [this] { ShowZoomHint(); };
   listener.read_out = [this](const std::string& text) {
-    if (Utf8(GetStatusBar()->GetStatusText(kReadOutField)) != text) {
-      SetStatusText(Wide(text), kReadOutField);
+    if (Utf8(GetStatusBar()->GetStatusText(kStatusField)) != text) {
+      SetStatusText(Wide(text), kStatusField);
     }
   };
   m_panel = new GraphPanel(this, std::move(graph), dialogs, std::move(listener));
   Bind(wxEVT_MENU, &NetGraphDlg::OnMenu, this);
   Bind(wxEVT_CHAR_HOOK, &NetGraphDlg::OnKey, this);
+  Bind(wxEVT_CLOSE_WINDOW, &NetGraphDlg::OnClose, this);
   SetMinClientSize(PixelsOf(*this, kSmallestPicture));
   SetClientSize(PixelsOf(*this, kOpeningSize));
   m_panel->SetFocus();
@@ -102,22 +77,22 @@ NetGraphDlg::~NetGraphDlg() {
 
 void NetGraphDlg::OnMenu(wxCommandEvent& event) {
   switch (event.GetId()) {
-    case kSaveAs:
+    case kSaveAsCommand:
       return SaveBitmap();
-    case kPrint:
+    case kPrintCommand:
       return Print();
-    case kPreview:
+    case kPreviewCommand:
       return Preview();
-    case kPageSetup:
+    case kPageSetupCommand:
       return SetUpPage(*this);
     case kExportPicture:
       return ExportPicture();
     case kExportData:
       return ExportData();
-    case kExit:
+    case kExitCommand:
       Close();
       return;
-    case kCopy:
+    case kCopyCommand:
       return Copy();
     case kCopyData:
       return CopyData();
@@ -127,7 +102,7 @@ void NetGraphDlg::OnMenu(wxCommandEvent& event) {
       return m_panel->BeginZoom();
     case kResetZoom:
       return m_panel->ResetZoom();
-    case kHelp:
+    case kHelpCommand:
       return m_dialogs.ShowHelp(HelpTopic::kNetGraph);
     default:
       event.Skip();
@@ -141,6 +116,15 @@ void NetGraphDlg::OnKey(wxKeyEvent& event) {
     m_panel->EndZoom();
   } else {
     Close();
+  }
+}
+
+// Not while a dialog asks on its behalf.
+void NetGraphDlg::OnClose(wxCloseEvent& event) {
+  if (event.CanVeto() && m_dialogs.IsAsking()) {
+    event.Veto();
+  } else {
+    Destroy();
   }
 }
 
@@ -172,11 +156,15 @@ void NetGraphDlg::ExportPicture() {
   const std::optional<Size> size = AskForSize();
   if (!size) return;
   const std::optional<std::string> path = m_dialogs.ChooseFile(kExportPictureQuestion);
-  if (!path) return;
-  TellFailure(WhileBusy(m_dialogs, [&] {
-    return IsSvg(*path) ? SavePicture(m_panel->graph(), m_panel->view(), *size, *path)
-                        : SavePng(m_panel->graph(), m_panel->view(), *size, *path);
-  }));
+  if (path) TellFailure(WhileBusy(m_dialogs, [&] { return SaveAsPicture(*size, *path); }));
+}
+
+Status NetGraphDlg::SaveAsPicture(const Size& size, const std::string& path) {
+  PictureKind kind = PictureKind::kPng;
+  const Status known = PictureKindOf(path, kind);
+  if (!known.ok()) return known;
+  return kind == PictureKind::kSvg ? SavePicture(m_panel->graph(), m_panel->view(), size, path)
+                                   : SavePng(m_panel->graph(), m_panel->view(), size, path);
 }
 
 std::optional<Size> NetGraphDlg::AskForSize() {
@@ -222,9 +210,10 @@ void NetGraphDlg::Print() {
 }
 
 void NetGraphDlg::Preview() {
-  PreviewPrint(*this, [&] {
+  const bool shown = PreviewPrint(*this, [&] {
     return std::make_unique<GraphPrintout>(m_panel->graph(), m_panel->view(), m_panel->PageSize());
   });
+  if (!shown) TellFailure(Status::Failure(kNoPreview));
 }
 
 }  // namespace tarn

@@ -30,11 +30,13 @@ class NetGraphDlg : public wxFrame {
  private:
   void OnMenu(wxCommandEvent& event);
   void OnKey(wxKeyEvent& event);
+  void OnClose(wxCloseEvent& event);
   void EndWith(const Message& message);
   void ShowZoomHint();
 
   void SaveBitmap();
   void ExportPicture();
+  Status SaveAsPicture(const Size& size, const std::string& path);
   void ExportData();
   // Nothing after Cancel.
   std::optional<Size> AskForSize();

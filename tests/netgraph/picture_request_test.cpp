@@ -1,4 +1,4 @@
-#include "netgraph/picture_size.h"
+#include "netgraph/picture_request.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -52,6 +52,23 @@ TEST(PictureSize, SaysWhatItMayBe) {
 TEST(PictureSize, IsOfferedWithinItsLimits) {
   EXPECT_EQ(PictureSizeText({640, 479.6}), "640 x 480");
   EXPECT_EQ(PictureSizeText({20, 9999}), "300 x 6000");
+}
+
+TEST(PictureKind, IsToldByTheExtension) {
+  PictureKind kind = PictureKind::kSvg;
+  EXPECT_TRUE(PictureKindOf("/home/me/a.png", kind).ok());
+  EXPECT_EQ(kind, PictureKind::kPng);
+  EXPECT_TRUE(PictureKindOf("/home/me/a.b.SvG", kind).ok());
+  EXPECT_EQ(kind, PictureKind::kSvg);
+}
+
+TEST(PictureKind, IsNoOther) {
+  PictureKind kind = PictureKind::kSvg;
+  for (const char* path : {"graph.jpg", "run.1", "graph", "png", ".png", "graph.png.txt", ""}) {
+    EXPECT_EQ(PictureKindOf(path, kind).message(),
+              "A picture is PNG or SVG: its name has to end in .png or .svg")
+        << path;
+  }
 }
 
 }  // namespace

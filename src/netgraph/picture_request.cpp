@@ -1,4 +1,4 @@
-#include "netgraph/picture_size.h"
+#include "netgraph/picture_request.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,6 +34,14 @@ bool TakeSize(std::string_view text, Size& size) {
   return TakeLength(text, size.height) && text.empty();
 }
 
+bool EndsWithExtension(std::string_view path, std::string_view extension) {
+  if (path.size() <= extension.size()) return false;
+  const std::string_view end = path.substr(path.size() - extension.size());
+  return std::ranges::equal(end, extension, [](char a, char b) {
+    return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + ('a' - 'A')) : a) == b;
+  });
+}
+
 Size NearestAllowed(const Size& size) {
   return {std::clamp(size.width, kSmallestPicture.width, kLargestPicture.width),
           std::clamp(size.height, kSmallestPicture.height, kLargestPicture.height)};
@@ -57,6 +65,13 @@ Status ParsePictureSize(std::string_view text, Size& size) {
 std::string PictureSizeText(const Size& size) {
   const Size allowed = NearestAllowed(size);
   return fmt::sprintf("%d x %d", std::lround(allowed.width), std::lround(allowed.height));
+}
+
+Status PictureKindOf(std::string_view path, PictureKind& kind) {
+  const bool svg = EndsWithExtension(path, ".svg");
+  if (!svg && !EndsWithExtension(path, ".png")) return Status::Failure(kPictureKindUnknown);
+  kind = svg ? PictureKind::kSvg : PictureKind::kPng;
+  return {};
 }
 
 }  // namespace tarn

@@ -15,4 +15,9 @@ Status ParsePictureSize(std::string_view text, Size& size);
 // "800 x 600": the nearest size that a picture may have.
 std::string PictureSizeText(const Size& size);
 
+enum class PictureKind { kPng, kSvg };
+
+// By the extension of a file's name, in any case: ".png" or ".svg". kPictureKindUnknown for others.
+Status PictureKindOf(std::string_view path, PictureKind& kind);
+
 }  // namespace tarn
