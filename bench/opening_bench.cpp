@@ -13,10 +13,13 @@
 
 #include "app/ui/window_dialogs.h"
 #include "base/paths.h"
+#include "base/temp_file.h"
 #include "browser/report_file.h"
 #include "browser/ui/info_browser.h"
 #include "netgraph/graph.h"
 #include "netgraph/ui/net_graph_dlg.h"
+#include "setup/ui/net_connect_dlg.h"
+#include "setup/ui/net_view_dlg.h"
 
 namespace tarn {
 namespace {
@@ -64,19 +67,19 @@ int64_t ResidentKilobytes() {
   return resident * ::sysconf(_SC_PAGESIZE) / 1024;
 }
 
-void OpenAndClose(const std::function<wxFrame*()>& open, int times) {
+void OpenAndClose(const std::function<wxTopLevelWindow*()>& open, int times) {
   for (int i = 0; i < times; ++i) {
-    wxFrame* window = open();
+    wxTopLevelWindow* window = open();
     window->Show();
     wxTheApp->Yield();
     window->Update();
-    window->Close();
+    window->Destroy();
     wxTheApp->Yield();
     wxTheApp->ProcessIdle();
   }
 }
 
-void Measure(const char* name, const std::function<wxFrame*()>& open) {
+void Measure(const char* name, const std::function<wxTopLevelWindow*()>& open) {
   OpenAndClose(open, kFirst);
   const int64_t before = ResidentKilobytes();
   const auto start = std::chrono::steady_clock::now();
@@ -85,6 +88,15 @@ void Measure(const char* name, const std::function<wxFrame*()>& open) {
   std::printf("%-22s %10.1f %12lld %18lld\n", name, taken.count() / kOpens,
               static_cast<long long>(before), static_cast<long long>(ResidentKilobytes() - before));
   std::fflush(stdout);
+}
+
+// A network of so many nodes in each of its three layers.
+ConnectionsRequest DesignOf(int32_t nodes) {
+  ConnectionsRequest request;
+  request.receiving_layer = 1;
+  request.design.nLayers = 3;
+  for (size_t layer = 0; layer < 3; ++layer) request.design.layers[layer].nUnits = nodes;
+  return request;
 }
 
 }  // namespace
@@ -98,6 +110,13 @@ void MeasureOpening() {
   Measure("a graph", [&] { return new NetGraphDlg(owner, Line(), dialogs); });
   Measure("colour contours", [&] { return new NetGraphDlg(owner, Contours(), dialogs); });
   Measure("a report", [&] { return new InfoBrowser(owner, Lines(), "Statistics", dialogs); });
+  const ConnectionsRequest request = DesignOf(20);
+  bool edited = false;
+  const ScratchFolder scratch;
+  Measure("the network view",
+          [&] { return new NetViewDlg(owner, request.design, scratch.path(), dialogs); });
+  Measure("the connection editor",
+          [&] { return new NetConnectDlg(owner, request, edited, scratch.path(), dialogs); });
   owner->Destroy();
   wxTheApp->ProcessIdle();
 }

@@ -80,9 +80,11 @@ class AnyFile : public AnsweredDialogs {
         "no/such/folder/x", "data.csv", "ö ß.net",  "UNTITLED.NE_"};
     if (m_dice.OneIn(4)) return std::nullopt;
     const std::string& name = m_dice.Pick(kNames);
-    // Data stays what it is: the monkey is to find out what the program loses, not what it is told
-    // to overwrite.
-    if (question.saving && (name == "iris.txt" || name == "xor.txt")) return std::nullopt;
+    // The monkey is to find out what the program loses, not what it is told to overwrite: data
+    // stays what it is, and networks are replaced by networks.
+    const bool data = name == "iris.txt" || name == "xor.txt";
+    const bool other = name.ends_with(".net") && question.extension != ".net";
+    if (question.saving && (data || other)) return std::nullopt;
     return ChosenFile{m_folder + "/" + name, m_dice.Of(2)};
   }
 
@@ -194,7 +196,7 @@ class Monkey : public MainWindowFixture {
   // The title as far as it is the same for all of them.
   static std::string KindOf(const wxTopLevelWindow& window) {
     const std::string title = Utf8(window.GetTitle());
-    return title.substr(0, title.find(title.starts_with("Tarn") ? " - " : ":"));
+    return title.substr(0, std::min(title.find(" - "), title.find(':')));
   }
 
   static std::vector<wxTopLevelWindow*> Windows() {

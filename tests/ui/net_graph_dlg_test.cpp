@@ -6,10 +6,12 @@
 #include <utility>
 #include <vector>
 #include <wx/menu.h>
+#include <wx/print.h>
 #include <wx/stopwatch.h>
 #include <wx/uiaction.h>
 
 #include "netgraph/graph_shapes.h"
+#include "ui/driver.h"
 #include "ui/net_graph_fixture.h"
 #include "ui/pictures.h"
 
@@ -20,6 +22,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 enum Command : int {
+  kPreview = 151,
   kToggleLegend = 139,
   kZoom = 140,
   kResetZoom = 141,
@@ -277,6 +280,42 @@ TEST_F(NetGraphWindow, ShowsContoursWhileTheUserWaits) {
   Panel().Refresh();
   Turn();
   EXPECT_EQ(m_dialogs.busy_log.size(), drawn) << "what is drawn is painted again";
+}
+
+TEST_F(NetGraphWindow, TellsThatMemoryIsTooShortForContoursAndCloses) {
+  // The cursor of those who wait is shown where contours are about to be traced.
+  m_dialogs.out_of_memory = true;
+  Open(ContourGraph({0, 1}, {0, 10}, {-1, 1}));
+  EXPECT_THAT(m_dialogs.told, ElementsAre("NetGraph Error|Memory Error generating Contours"));
+  EXPECT_EQ(m_dialogs.icons.back(), MessageIcon::kExclamation);
+  EXPECT_EQ(m_window, nullptr);
+}
+
+TEST_F(NetGraphWindow, ZoomsToWhatWasOnTheScreenWhileNewDataCame) {
+  Open(HistoryGraph());
+  Choose(kZoom);
+  PointAt(PlaceAt(0.2, 0.8));
+  wxUIActionSimulator().MouseDown();
+  Turn();
+  PointAt(PlaceAt(0.6, 0.4));
+  Graph next = HistoryGraph();
+  next.curves[0] = WaveCurve({0, 3000}, {0, 2});
+  m_window->Replace(next);
+  Turn();
+  wxUIActionSimulator().MouseUp();
+  Turn();
+  EXPECT_NEAR(Range().x_min, 300, 10);
+  EXPECT_NEAR(Range().x_max, 900, 10);
+  EXPECT_EQ(Panel().graph().curves[0].x.back(), 3000) << "they are there, too";
+}
+
+TEST_F(NetGraphWindow, ShowsItsPageBeforeItIsPrinted) {
+  Open(HistoryGraph());
+  Choose(kPreview);
+  ASSERT_EQ(OpenWindows<wxPreviewFrame>().size(), 1U);
+  OpenWindows<wxPreviewFrame>().front()->Close();
+  Turn();
+  EXPECT_TRUE(OpenWindows<wxPreviewFrame>().empty());
 }
 
 TEST_F(NetGraphWindow, ShowsMarkersWithTheirLegend) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <gtest/gtest.h>
+#include <new>
 #include <string>
 #include <utility>
 #include <wx/app.h>
@@ -116,7 +117,16 @@ class NetGraphWindow : public testing::Test {
   }
   std::string Status(int field) { return Utf8(m_window->GetStatusBar()->GetStatusText(field)); }
 
-  FakeDialogs m_dialogs;
+  class Asked : public FakeDialogs {
+   public:
+    void ShowBusy(bool busy) override {
+      if (out_of_memory) throw std::bad_alloc();
+      FakeDialogs::ShowBusy(busy);
+    }
+    bool out_of_memory = false;
+  };
+
+  Asked m_dialogs;
   TempFolder m_folder;
   int m_depth = 8;
   NetGraphDlg* m_window = nullptr;

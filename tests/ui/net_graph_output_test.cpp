@@ -126,6 +126,17 @@ TEST_F(NetGraphOutput, AsksAgainForASizeThatIsNone) {
   EXPECT_THAT(m_dialogs.file_questions, IsEmpty());
 }
 
+TEST_F(NetGraphOutput, ExportsNoOtherKindOfPicture) {
+  Open(HistoryGraph());
+  m_dialogs.values = {"800x600"};
+  m_dialogs.files = {m_folder / "graph.jpg"};
+  Choose(kExportPicture);
+  EXPECT_THAT(m_dialogs.told,
+              ElementsAre("NetGraph Error|A picture is PNG or SVG: its name has to end in .png or "
+                          ".svg"));
+  EXPECT_FALSE(std::filesystem::exists(m_folder / "graph.jpg"));
+}
+
 TEST_F(NetGraphOutput, ExportsTheViewThatItShows) {
   Open(HistoryGraph());
   Choose(kZoom);

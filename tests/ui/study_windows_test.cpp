@@ -171,6 +171,41 @@ TEST_F(StudyWindowsTest, AnalyseWhileTrainingGoesOn) {
   EXPECT_THAT(Graphs(), IsEmpty());
 }
 
+TEST_F(StudyWindowsTest, AnalyseAsTheCommandLineDoes) {
+  TrainIris();
+  // A file holds weights with fewer digits: both have those of the file.
+  SaveAndRestart();
+  Click(Client(), 102);
+  RunWhile([this] { Click(Client(), 105); }, {[] { Click(*TopDialog(), kOkId); }});
+  Until([this] { return Frame().training() != nullptr; });
+  m_native.answers = {wxID_NO};
+  Choose(131, {Enter("2")});
+  FinishTask();
+  RunCommandLine("plot interrogator iris.net --node 2 -o c.csv");
+  EXPECT_EQ(Data(0), ReadFile(m_folder / "c.csv"));
+  Choose(132);
+  FinishTask();
+  RunCommandLine("plot hidden iris.net -o c.csv");
+  EXPECT_EQ(Data(1), ReadFile(m_folder / "c.csv"));
+  // Numbers are brought into the range of the nodes.
+  Choose(146, {Enter("-5"), Enter("99"), Enter("99")});
+  FinishTask();
+  RunCommandLine("plot contour iris.net --first-input 1 --second-input 4 --node 3 -o c.csv");
+  EXPECT_EQ(Data(2), ReadFile(m_folder / "c.csv"));
+}
+
+TEST_F(StudyWindowsTest, TraceNoContoursOfNodesThatMakeNone) {
+  OpenForTraining("iris.net");
+  Choose(146, {Enter("3"), Enter("3")});
+  EXPECT_THAT(m_native.boxes,
+              ElementsAre("Tarn Contour Plot|Input node selection error - aborting!"));
+  Choose(146, {Enter("")});
+  Choose(146, {Enter("1"), Enter("")});
+  Choose(146, {Cancel()});
+  EXPECT_THAT(m_native.boxes, SizeIs(1)) << "an empty answer ends it silently";
+  EXPECT_THAT(Graphs(), IsEmpty());
+}
+
 TEST_F(StudyWindowsTest, DisableWhatHasToWaitForATask) {
   OpenForTraining("iris.net");
   m_native.answers = {wxID_YES};
