@@ -37,7 +37,10 @@ constexpr int kTurnMilliseconds = 2;
 constexpr unsigned kPatienceSeconds = 60;
 // Of the start-up window.
 constexpr int kTrainingMode = 102;
+constexpr int kRecallMode = 106;
 constexpr int kRun = 105;
+// Of the recall setup.
+constexpr int kInputsButton = 101;
 // Dialogs of the system's printing, which no hook can answer.
 constexpr std::array<int, 3> kNotForMonkeys = {137, 152, wxID_PREVIEW_PRINT};
 
@@ -72,12 +75,15 @@ class AnyFile : public AnsweredDialogs {
   AnyFile(const ApplicationPaths& paths, Dice& dice, std::string folder)
       : AnsweredDialogs(paths), m_dice(dice), m_folder(std::move(folder)) {}
 
+  std::string next;  // if not empty, the one that is chosen next
+
  protected:
   std::optional<ChosenFile> ShowFileDialog(const FileQuestion& question) override {
     static const std::vector<std::string> kNames = {
         "iris.net",         "xor.net",  "iris.txt", "xor.txt",     "new.net",
         "other.net",        "settings", "out.txt",  "graph.svg",   "graph.png",
         "no/such/folder/x", "data.csv", "ö ß.net",  "UNTITLED.NE_"};
+    if (!next.empty()) return ChosenFile{std::exchange(next, ""), 0};
     if (m_dice.OneIn(4)) return std::nullopt;
     const std::string& name = m_dice.Pick(kNames);
     // The monkey is to find out what the program loses, not what it is told to overwrite: data
@@ -154,9 +160,11 @@ class Monkey : public MainWindowFixture {
     if (wxDialog* top = TopDialog()) {
       ++m_moves[KindOf(*top)];
       // Most setups are left as they are: one that was spoiled trains nothing.
-      const bool accepts = KindOf(*top) == "Training Setup" && m_dice.OneIn(2);
-      if (accepts) {
+      const bool accepts = m_dice.OneIn(2);
+      if (accepts && KindOf(*top) == "Training Setup") {
         Click(*top, kOkId);
+      } else if (accepts && KindOf(*top) == "Recall Setup") {
+        AcceptRecall(*top);
       } else {
         ActOn(*top);
       }
@@ -168,6 +176,7 @@ class Monkey : public MainWindowFixture {
       return;
     }
     std::vector<wxTopLevelWindow*> windows = Windows();
+    if (windows.empty()) return;
     wxTopLevelWindow& window = *m_dice.Pick(windows);
     ++m_moves[KindOf(window)];
     // Some are closed, or there would be more and more of them.
@@ -187,10 +196,20 @@ class Monkey : public MainWindowFixture {
     const std::string example = std::string(TARN_SOURCE_DIR) + "/examples/" + name + "/" + name;
     const std::string path = m_folder / (name + ".net");
     WriteFile(path, ReadFile(example + ".net"));
+    const bool recall = m_dice.OneIn(3);
+    if (recall) RunCommandLine("train " + path + " --seed 1 --iterations 20");
     Frame().OpenFile(path);
     wxWindow& start_up = Client();
-    Click(start_up, kTrainingMode);
+    Click(start_up, recall ? kRecallMode : kTrainingMode);
     Click(start_up, kRun);
+  }
+
+  // With data of the right form half of the time.
+  void AcceptRecall(wxDialog& dialog) {
+    auto& files = dynamic_cast<AnyFile&>(*m_dialogs);
+    files.next = m_folder / (m_dice.OneIn(2) ? "iris.txt" : "xor.txt");
+    Click(dialog, kInputsButton);
+    Click(dialog, kOkId);
   }
 
   // The title as far as it is the same for all of them.
