@@ -82,6 +82,14 @@ class StudyWindowsTest : public MainWindowFixture {
     RunWhile([this] { Click(Client(), 105); }, steps);
     Until([this] { return Frame().GetMenuBar() != nullptr; });
   }
+  // As the toolkit tells of a menu of the bar.
+  void Open(const wxMenuBar& bar, size_t menu) { Tell(wxEVT_MENU_OPEN, bar, menu); }
+  void Close(const wxMenuBar& bar, size_t menu) { Tell(wxEVT_MENU_CLOSE, bar, menu); }
+  void Tell(wxEventType type, const wxMenuBar& bar, size_t menu) {
+    wxMenuEvent event(type, 0, bar.GetMenu(menu));
+    event.SetEventObject(bar.GetMenu(menu));
+    Frame().ProcessWindowEvent(event);
+  }
   std::string Hint() { return Utf8(Frame().GetStatusBar()->GetStatusText(0)); }
   static size_t TemporaryFiles() {
     const std::string prefix = "Tarn" + std::to_string(::getpid()) + "-";
@@ -376,6 +384,16 @@ TEST_F(StudyWindowsTest, DisableWhatARecallWithoutTargetsHasNoUseFor) {
     EXPECT_EQ(Utf8(menu.GetHelpString(command)), "Needs targets: this recall has none");
   }
   for (const int command : {202, 219, 222, 223, 233}) EXPECT_TRUE(menu.IsEnabled(command));
+  // An item that is disabled shows no hint of its own.
+  for (const size_t with_disabled : {1U, 2U}) {
+    Open(menu, with_disabled);
+    EXPECT_EQ(Hint(), "Needs targets: this recall has none");
+    Close(menu, with_disabled);
+    Until([this] { return Hint().empty(); });
+  }
+  Open(menu, 0);
+  EXPECT_EQ(Hint(), "");
+  Close(menu, 0);
   Choose(223);
   EXPECT_THAT(Report(0), HasSubstr(" Network Outputs\n"));
 }

@@ -1,6 +1,5 @@
 #include "app/ui/main_frame.h"
 
-#include <algorithm>
 #include <array>
 #include <new>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "app/messages.h"
 #include "app/saving.h"
 #include "app/ui/about_dlg.h"
+#include "app/ui/hint_bar.h"
 #include "app/ui/messages.h"
 #include "app/ui/opened.h"
 #include "app/ui/recall_run_dlg.h"
@@ -231,7 +231,7 @@ void TMain::ShowStartUp() {
 
 void TMain::ShowTraining() {
   ClearClient(kTrainingClient, "TRAIN_MENU");
-  MakeStatusBar(kLongTrainingStatus);
+  SetStatusBar(new HintBar(*this, kLongTrainingStatus));
   m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { FiguresShown(); });
   TakeClient(m_training);
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock,
@@ -240,7 +240,7 @@ void TMain::ShowTraining() {
 
 void TMain::ShowRecall() {
   ClearClient(kRecallClient, "RECALL_MENU");
-  MakeStatusBar(kLongRecallStatus);
+  SetStatusBar(new HintBar(*this, kLongRecallStatus));
   TakeClient(new RecallRunDlg(this, m_session.network), ConvertDialogToPixels(kRecallSize));
   Centre();
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock);
@@ -263,29 +263,13 @@ void TMain::ClearClient(const char* next, const char* menu) {
   delete old_status;
 }
 
-void TMain::MakeStatusBar(std::string_view longest_status) {
-  CreateStatusBar(kStatusFields);
-  // Beside the text its borders, and the grip of the window.
-  m_status_width = GetTextExtent(Wide(longest_status)).x + 2 * GetStatusBar()->GetSize().y;
-  GetStatusBar()->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    DivideStatusBar();
-    event.Skip();
-  });
-  DivideStatusBar();
-}
-
-void TMain::DivideStatusBar() {
-  if (GetStatusBar() == nullptr) return;
-  // Hints are long: while a menu is open they have the whole bar.
-  const int most = m_menu_open ? 1 : 2 * GetStatusBar()->GetClientSize().x / 3;
-  const std::array widths = {-1, std::max(std::min(m_status_width, most), 1)};
-  SetStatusWidths(kStatusFields, widths.data());
+void TMain::ShareStatusBar(bool menu_open) {
+  if (auto* bar = dynamic_cast<HintBar*>(GetStatusBar())) bar->GiveAllToHints(menu_open);
 }
 
 void TMain::OnMenuOpen(wxMenuEvent& event) {
   event.Skip();
-  m_menu_open = true;
-  DivideStatusBar();
+  ShareStatusBar(true);
   if (m_study != nullptr && event.GetMenu() != nullptr) m_study->ShowObstacle(*event.GetMenu());
 }
 
@@ -293,8 +277,7 @@ void TMain::OnMenuClose(wxMenuEvent& event) {
   event.Skip();
   // After the frame has put back what the bar showed before.
   CallAfter([this] {
-    m_menu_open = false;
-    DivideStatusBar();
+    ShareStatusBar(false);
     if (m_study != nullptr) m_study->ShowHint();
   });
 }

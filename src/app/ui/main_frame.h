@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <wx/frame.h>
 #include <wx/utils.h>
 
@@ -60,9 +59,7 @@ class TMain : public wxFrame {
   void ClearClient(const char* next, const char* menu);
   // `opening` is its size when none is remembered.
   void TakeClient(wxWindow* client, const wxSize& opening = {});
-  // With room for such a text beside the hints.
-  void MakeStatusBar(std::string_view longest_status);
-  void DivideStatusBar();
+  void ShareStatusBar(bool menu_open);
   void RememberGeometry();
   void UpdateCaption();
   void FiguresShown();
