@@ -18,7 +18,6 @@
 #include "browser/ui/info_browser.h"
 #include "netgraph/graph.h"
 #include "netgraph/ui/net_graph_dlg.h"
-#include "setup/ui/net_connect_dlg.h"
 #include "setup/ui/net_view_dlg.h"
 
 namespace tarn {
@@ -90,13 +89,12 @@ void Measure(const char* name, const std::function<wxTopLevelWindow*()>& open) {
   std::fflush(stdout);
 }
 
-// A network of so many nodes in each of its three layers.
-ConnectionsRequest DesignOf(int32_t nodes) {
-  ConnectionsRequest request;
-  request.receiving_layer = 1;
-  request.design.nLayers = 3;
-  for (size_t layer = 0; layer < 3; ++layer) request.design.layers[layer].nUnits = nodes;
-  return request;
+// Three layers of 20 nodes.
+Network Design() {
+  Network design;
+  design.nLayers = 3;
+  for (size_t layer = 0; layer < 3; ++layer) design.layers[layer].nUnits = 20;
+  return design;
 }
 
 }  // namespace
@@ -110,13 +108,10 @@ void MeasureOpening() {
   Measure("a graph", [&] { return new NetGraphDlg(owner, Line(), dialogs); });
   Measure("colour contours", [&] { return new NetGraphDlg(owner, Contours(), dialogs); });
   Measure("a report", [&] { return new InfoBrowser(owner, Lines(), "Statistics", dialogs); });
-  const ConnectionsRequest request = DesignOf(20);
-  bool edited = false;
+  const Network design = Design();
   const ScratchFolder scratch;
   Measure("the network view",
-          [&] { return new NetViewDlg(owner, request.design, scratch.path(), dialogs); });
-  Measure("the connection editor",
-          [&] { return new NetConnectDlg(owner, request, edited, scratch.path(), dialogs); });
+          [&] { return new NetViewDlg(owner, design, scratch.path(), dialogs); });
   owner->Destroy();
   wxTheApp->ProcessIdle();
 }

@@ -1,6 +1,7 @@
 // What the training window costs: the same network trained for a while in a plain loop, as the
-// command line does it, and in its window. With the word opening: what it costs to open windows of
-// graphs and reports. Needs a display; scripts/bench window and scripts/bench opening give it one.
+// command line does it, and in its window. With the word opening: what it costs to open graphs,
+// reports and the network view. Needs a display; scripts/bench window and scripts/bench opening
+// give it one.
 
 #include <algorithm>
 #include <array>

@@ -38,21 +38,23 @@ class Printing {
   Printing& operator=(const Printing&) = delete;
 };
 
-// A preview whose button prints as TarnPrinter does.
-class Preview : public wxPrintPreview {
- public:
-  using wxPrintPreview::wxPrintPreview;
-  bool Print(bool interactive) override {
-    const Printing printing;
-    return wxPrintPreview::Print(interactive);
-  }
-};
-
 // The paper is chosen in both dialogs.
 void KeepPrinter(const wxPrintData& printer) {
   Kept().printer.SetPrintData(printer);
   Kept().page.SetPrintData(printer);
 }
+
+// A preview that keeps what was chosen when it printed, as TarnPrinter does.
+class Preview : public wxPrintPreview {
+ public:
+  using wxPrintPreview::wxPrintPreview;
+  bool Print(bool interactive) override {
+    const Printing printing;
+    const bool printed = wxPrintPreview::Print(interactive);
+    if (printed) KeepPrinter(GetPrintDialogData().GetPrintData());
+    return printed;
+  }
+};
 
 // The pages are drawn in idle turns, and the buttons of the bar are enabled there.
 void LetWorkWhenIdle(wxWindow& window) {
@@ -82,6 +84,14 @@ bool PreviewPrint(wxWindow& window, const std::function<std::unique_ptr<wxPrinto
   SetProgramIcon(*frame);
   frame->InitializeWithModality(wxPreviewFrame_WindowModal);
   LetWorkWhenIdle(*frame);
+  // Its printout is at work while it prints.
+  frame->Bind(wxEVT_CLOSE_WINDOW, [](wxCloseEvent& event) {
+    if (event.CanVeto() && IsPrinting()) {
+      event.Veto();
+    } else {
+      event.Skip();
+    }
+  });
   frame->CentreOnParent();
   frame->Show();
   return true;

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <string_view>
 #include <wx/cmndata.h>
 #include <wx/print.h>
 #include <wx/window.h>
@@ -14,9 +13,6 @@ namespace tarn {
 
 // The title of every print job.
 inline constexpr const char* kPrintTitle = "Tarn NetGraph Print";
-
-// What the user is told where there is no preview.
-inline constexpr std::string_view kNoPreview = "The pages cannot be shown";
 
 // The printer with these settings.
 class TarnPrinter : public wxPrinter {

@@ -172,6 +172,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kLoadConnections, "NetworkLoaderTest.NamesItsSteps"},
     {kLoadTestSet, "NetworkLoaderTest.NamesItsSteps"},
     {kLoadRecall, "NetworkLoaderTest.RunsTheRecallAtLast"},
+    {kNoPreview, "ReportWindow.HasItsTexts"},
     {kNoTargets, "StudyDeskTest.HasNoUseForTargetsThatARecallHasNot"},
     {kAnalysisStopped, "StudyDeskTest.StopsATaskAndKeepsWhatWasShown"},
     {kEscapeStops, "StudyDeskTest.InterrogatesInputsInSlicesAndShowsHowFarItIs"},

@@ -16,6 +16,9 @@ inline constexpr std::string_view kNoTargets = "Needs targets: this recall has n
 inline constexpr std::string_view kEscapeStops = "Press Escape to stop";
 inline constexpr std::string_view kAnalysisStopped = "Analysis Stopped";
 
+// Of a graph or a report of which there is no preview.
+inline constexpr std::string_view kNoPreview = "The pages cannot be shown";
+
 // What the load status box names, step by step.
 inline constexpr std::string_view kLoadHeader = "Reading Network File";
 inline constexpr std::string_view kLoadCount = "Counting Patterns";
@@ -26,9 +29,9 @@ inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
 inline constexpr std::string_view kLoadRecall = "Processing Recall Inputs...";
 
 inline constexpr std::array kAppMessages = {
-    kUntrainedRecall, kSelectMode, kAskToSave,   kAskToReset,      kLoadHeader,
-    kLoadCount,       kLoadData,   kLoadWeights, kLoadConnections, kLoadTestSet,
-    kLoadRecall,      kNoTargets,  kEscapeStops, kAnalysisStopped};
+    kNoPreview, kUntrainedRecall, kSelectMode,  kAskToSave,       kAskToReset,  kLoadHeader,
+    kLoadCount, kLoadData,        kLoadWeights, kLoadConnections, kLoadTestSet, kLoadRecall,
+    kNoTargets, kNoPreview,       kEscapeStops, kAnalysisStopped};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";

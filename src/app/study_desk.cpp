@@ -123,6 +123,10 @@ void StudyDesk::StopTask() {
   m_view.TaskChanged();
 }
 
+void StudyDesk::ForgetNotice() {
+  if (!m_task) m_hint = {};
+}
+
 std::optional<Graph> StudyDesk::HistoryGraph(HistoryKind kind) const {
   Graph graph;
   if (!BuildHistoryPlot(kind, m_history_path, graph).ok()) return std::nullopt;

@@ -61,6 +61,8 @@ class StudyDesk {
   bool HasTask() const { return m_task.has_value(); }
   // What the user is told beside the progress; empty when there is nothing to tell.
   std::string_view hint() const { return m_hint; }
+  // The user has gone on: what is told of a task that was stopped is old.
+  void ForgetNotice();
   // Ends the task. Graphs that it has shown stay.
   void StopTask();
 

@@ -36,6 +36,8 @@ bool TakeSize(std::string_view text, Size& size) {
 
 bool EndsWithExtension(std::string_view path, std::string_view extension) {
   if (path.size() <= extension.size()) return false;
+  const char before = path[path.size() - extension.size() - 1];
+  if (before == '/' || before == '\\') return false;
   const std::string_view end = path.substr(path.size() - extension.size());
   return std::ranges::equal(end, extension, [](char a, char b) {
     return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + ('a' - 'A')) : a) == b;

@@ -270,6 +270,8 @@ TEST_F(StudyDeskTest, StopsATaskAndKeepsWhatWasShown) {
   EXPECT_EQ(m_view.task_changes, 2);
   Desk().StopTask();
   EXPECT_EQ(m_view.task_changes, 2) << "there is nothing to stop";
+  Desk().ForgetNotice();
+  EXPECT_EQ(Desk().hint(), "");
 }
 
 TEST_F(StudyDeskTest, OpensNoWindowBeneathAQuestion) {

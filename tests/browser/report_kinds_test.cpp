@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "app/dialogs.h"
+#include "app/messages.h"
 #include "browser/messages.h"
 #include "browser/report.h"
 #include "browser/report_test.h"
@@ -112,6 +113,7 @@ TEST(ReportWindow, HasItsTexts) {
   EXPECT_EQ(kBrowserCaption, "Info Browser");
   EXPECT_EQ(kLinesNotCopied, "The lines cannot be copied");
   EXPECT_EQ(kReportNotSaved, "The report cannot be written");
+  EXPECT_EQ(kNoPreview, "The pages cannot be shown");
 }
 
 }  // namespace

@@ -64,7 +64,8 @@ TEST(PictureKind, IsToldByTheExtension) {
 
 TEST(PictureKind, IsNoOther) {
   PictureKind kind = PictureKind::kSvg;
-  for (const char* path : {"graph.jpg", "run.1", "graph", "png", ".png", "graph.png.txt", ""}) {
+  for (const char* path :
+       {"graph.jpg", "run.1", "graph", "png", ".png", "graph.png.txt", "/home/me/.png", ""}) {
     EXPECT_EQ(PictureKindOf(path, kind).message(),
               "A picture is PNG or SVG: its name has to end in .png or .svg")
         << path;

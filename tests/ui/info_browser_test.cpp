@@ -34,9 +34,10 @@ TEST_F(InfoBrowserTest, ShowsItsCaptionAndItsMenu) {
                                                          item->GetItemLabel().utf8_string()));
     }
   }
-  EXPECT_THAT(items, ElementsAre("136 &Save As...", "137 &Print...", "143 E&xit", "-",
-                                 "151 Print Pre&view...", "152 Page Set&up...", "138 &Copy\tCtrl+C",
-                                 "156 Select &All\tCtrl+A", "24341 &Help\tF1"));
+  EXPECT_THAT(items,
+              ElementsAre("136 &Save As...\tCtrl+S", "137 &Print...\tCtrl+P", "143 E&xit\tCtrl+W",
+                          "-", "151 Print Pre&view...", "152 Page Set&up...", "138 &Copy\tCtrl+C",
+                          "156 Select &All\tCtrl+A", "24341 &Help\tF1"));
 }
 
 TEST_F(InfoBrowserTest, LooksAsItShould) {

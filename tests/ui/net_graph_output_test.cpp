@@ -129,7 +129,7 @@ TEST_F(NetGraphOutput, AsksAgainForASizeThatIsNone) {
 TEST_F(NetGraphOutput, ExportsNoOtherKindOfPicture) {
   Open(HistoryGraph());
   m_dialogs.values = {"800x600"};
-  m_dialogs.files = {m_folder / "graph.jpg"};
+  m_dialogs.files = {m_folder / "graph.jpg", std::nullopt};
   Choose(kExportPicture);
   EXPECT_THAT(m_dialogs.told,
               ElementsAre("NetGraph Error|A picture is PNG or SVG: its name has to end in .png or "

@@ -1,6 +1,7 @@
 #include "app/ui/main_frame.h"
 
 #include <array>
+#include <fmt/printf.h>
 #include <new>
 #include <utility>
 #include <wx/accel.h>
@@ -20,6 +21,7 @@
 #include "base/paths.h"
 #include "engine/training_figures.h"
 #include "netfile/configuration_file.h"
+#include "netgraph/messages.h"
 #include "resources/commands.h"
 #include "resources/controls.h"
 #include "setup/ui/rec_data_dlg.h"
@@ -44,9 +46,11 @@ constexpr int kEscapeKey = wxID_HIGHEST + 2;
 // Of the recall window, in dialog units.
 const wxSize kRecallSize(163, 127);
 
-// Texts of the second field, the longest that the training and the recall window show.
-constexpr std::string_view kLongTrainingStatus = "Hidden Nodes/Patterns Processed 100%";
-constexpr std::string_view kLongRecallStatus = kRecallComplete;
+// The longest text that the training window shows in its status bar.
+std::string LongTrainingStatus() {
+  constexpr int kAll = 100;
+  return fmt::sprintf(kHiddenNodesProgress.data(), kAll);
+}
 
 constexpr const char* kFirstCaption = "Tarn for Windows";
 constexpr const char* kStartUpClient = "StartUp";
@@ -106,9 +110,11 @@ void TMain::EndOutOfMemory() {
   // Once: the messages themselves may find no memory.
   if (std::exchange(m_out_of_memory, true)) return;
   if (m_loader != nullptr) EndLoad();
-  if (m_study != nullptr) m_study->Abandon();
+  // Files first: what comes after may want memory.
+  if (m_study != nullptr) m_study->RemoveFiles();
   if (m_training != nullptr) m_training->Abandon();
   m_session.scratch.Remove();
+  if (m_study != nullptr) m_study->StopTask();
   m_dialogs.Tell(kTarnErrorCaption, kOutOfMemory);
   m_dialogs.Tell(kTarnErrorCaption, kAborting);
 }
@@ -231,7 +237,7 @@ void TMain::ShowStartUp() {
 
 void TMain::ShowTraining() {
   ClearClient(kTrainingClient, "TRAIN_MENU");
-  SetStatusBar(new HintBar(*this, kLongTrainingStatus));
+  SetStatusBar(new HintBar(*this, LongTrainingStatus()));
   m_training = new TrainRunDlg(*this, m_session, m_dialogs, m_clock, [this] { FiguresShown(); });
   TakeClient(m_training);
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock,
@@ -240,7 +246,7 @@ void TMain::ShowTraining() {
 
 void TMain::ShowRecall() {
   ClearClient(kRecallClient, "RECALL_MENU");
-  SetStatusBar(new HintBar(*this, kLongRecallStatus));
+  SetStatusBar(new HintBar(*this, kRecallComplete));
   TakeClient(new RecallRunDlg(this, m_session.network), ConvertDialogToPixels(kRecallSize));
   Centre();
   m_study = std::make_unique<StudyWindows>(*this, m_session, m_dialogs, m_clock);
@@ -269,14 +275,17 @@ void TMain::ShareStatusBar(bool menu_open) {
 
 void TMain::OnMenuOpen(wxMenuEvent& event) {
   event.Skip();
+  m_open_menu = event.GetMenu();
   ShareStatusBar(true);
-  if (m_study != nullptr && event.GetMenu() != nullptr) m_study->ShowObstacle(*event.GetMenu());
+  if (m_study != nullptr && m_open_menu != nullptr) m_study->ShowObstacle(*m_open_menu);
 }
 
 void TMain::OnMenuClose(wxMenuEvent& event) {
   event.Skip();
-  // After the frame has put back what the bar showed before.
+  if (event.GetMenu() == m_open_menu) m_open_menu = nullptr;
+  // After the frame has put back what the bar showed before. The next menu may be open by then.
   CallAfter([this] {
+    if (m_open_menu != nullptr) return;
     ShareStatusBar(false);
     if (m_study != nullptr) m_study->ShowHint();
   });

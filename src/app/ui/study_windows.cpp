@@ -4,7 +4,6 @@
 #include <wx/app.h>
 #include <wx/menu.h>
 
-#include "app/ui/messages.h"
 #include "browser/ui/info_browser.h"
 #include "resources/commands.h"
 #include "resources/controls.h"
@@ -39,14 +38,15 @@ StudyWindows::StudyWindows(wxFrame& frame, const Session& session, Dialogs& dial
 
 StudyWindows::~StudyWindows() {
   for (const wxWeakRef<wxFrame>& window : m_windows) {
-    if (window) window->Destroy();
+    if (!window) continue;
+    window->Unbind(wxEVT_CHAR_HOOK, &StudyWindows::OnKey, this);
+    window->Destroy();
   }
 }
 
-void StudyWindows::Abandon() {
+void StudyWindows::RemoveFiles() {
   m_follow_timer.Stop();
   m_followers.clear();
-  m_desk.StopTask();
   for (const wxWeakRef<wxFrame>& window : m_windows) {
     if (auto* report = dynamic_cast<InfoBrowser*>(window.get())) report->DiscardReport();
   }
@@ -80,7 +80,8 @@ void StudyWindows::Keep(wxFrame* window) {
 
 // Escape stops what is under way before it closes a window.
 void StudyWindows::OnKey(wxKeyEvent& event) {
-  if (event.GetKeyCode() == WXK_ESCAPE && m_desk.HasTask()) {
+  const bool escape = event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers();
+  if (escape && m_desk.HasTask()) {
     m_desk.StopTask();
   } else {
     event.Skip();
@@ -118,6 +119,7 @@ void StudyWindows::ShowHint() {
 
 // Items that are disabled give no hint of their own.
 void StudyWindows::ShowObstacle(const wxMenu& menu) {
+  m_desk.ForgetNotice();
   for (const wxMenuItem* item : menu.GetMenuItems()) {
     const std::string_view obstacle = m_desk.Obstacle(item->GetId());
     if (obstacle.empty()) continue;

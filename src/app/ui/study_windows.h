@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,8 +41,9 @@ class StudyWindows : private StudyView {
   // The run has gone on: brings the graphs of its history up to date, now or soon.
   void FollowRun();
 
-  // The program ends without closing the windows: no task and no file is left.
-  void Abandon();
+  // Of a program that ends without closing the windows: they follow no run any more, and their
+  // report files are gone.
+  void RemoveFiles();
 
   // While a menu is open: the hint of its commands that are disabled for good; afterwards what
   // there is to say without a menu.

@@ -39,10 +39,6 @@ bool ReplacesUnasked(const std::string& chosen, const std::string& path) {
   return chosen != path && wxFileExists(Wide(path));
 }
 
-}  // namespace
-
-namespace {
-
 wxDialog* InnermostModalDialog() {
   for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
     auto* dialog = dynamic_cast<wxDialog*>(node->GetData());

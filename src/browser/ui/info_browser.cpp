@@ -10,6 +10,7 @@
 #include <wx/settings.h>
 #include <wx/xrc/xmlres.h>
 
+#include "app/messages.h"
 #include "browser/line_selection.h"
 #include "browser/messages.h"
 #include "browser/ui/tpb_print.h"
@@ -38,8 +39,7 @@ InfoBrowser::InfoBrowser(wxWindow* owner, std::unique_ptr<ReportFile> report,
       m_list(new VirtualList(this)) {
   SetProgramIcon(*this);
   SetMenuBar(wxXmlResource::Get()->LoadMenuBar("INFO_MENU"));
-  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExitCommand),
-                           wxAcceleratorEntry(wxACCEL_CTRL, 'W', kExitCommand)};
+  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExitCommand)};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
   Bind(wxEVT_MENU, &InfoBrowser::OnMenu, this);
   Bind(wxEVT_CONTEXT_MENU, &InfoBrowser::OnContextMenu, this);
@@ -72,7 +72,7 @@ void InfoBrowser::ShowReport() {
 void InfoBrowser::DiscardReport() {
   // The list reads it.
   m_list->text().Close();
-  m_report->Discard();
+  if (m_report != nullptr) m_report->Discard();
 }
 
 void InfoBrowser::EnableCopy() {

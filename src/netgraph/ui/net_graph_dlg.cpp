@@ -8,6 +8,7 @@
 #include <wx/statusbr.h>
 #include <wx/xrc/xmlres.h>
 
+#include "app/messages.h"
 #include "netgraph/bitmap_file.h"
 #include "netgraph/graph_csv.h"
 #include "netgraph/graph_file.h"
@@ -155,14 +156,17 @@ void NetGraphDlg::SaveBitmap() {
 void NetGraphDlg::ExportPicture() {
   const std::optional<Size> size = AskForSize();
   if (!size) return;
-  const std::optional<std::string> path = m_dialogs.ChooseFile(kExportPictureQuestion);
-  if (path) TellFailure(WhileBusy(m_dialogs, [&] { return SaveAsPicture(*size, *path); }));
+  while (const std::optional<std::string> path = m_dialogs.ChooseFile(kExportPictureQuestion)) {
+    PictureKind kind = PictureKind::kPng;
+    const Status known = PictureKindOf(*path, kind);
+    TellFailure(known);
+    if (!known.ok()) continue;
+    TellFailure(WhileBusy(m_dialogs, [&] { return SaveAsPicture(kind, *size, *path); }));
+    return;
+  }
 }
 
-Status NetGraphDlg::SaveAsPicture(const Size& size, const std::string& path) {
-  PictureKind kind = PictureKind::kPng;
-  const Status known = PictureKindOf(path, kind);
-  if (!known.ok()) return known;
+Status NetGraphDlg::SaveAsPicture(PictureKind kind, const Size& size, const std::string& path) {
   return kind == PictureKind::kSvg ? SavePicture(m_panel->graph(), m_panel->view(), size, path)
                                    : SavePng(m_panel->graph(), m_panel->view(), size, path);
 }

@@ -8,6 +8,7 @@
 
 #include "app/dialogs.h"
 #include "netgraph/graph.h"
+#include "netgraph/picture_request.h"
 #include "netgraph/ui/graph_panel.h"
 
 namespace tarn {
@@ -36,7 +37,7 @@ class NetGraphDlg : public wxFrame {
 
   void SaveBitmap();
   void ExportPicture();
-  Status SaveAsPicture(const Size& size, const std::string& path);
+  Status SaveAsPicture(PictureKind kind, const Size& size, const std::string& path);
   void ExportData();
   // Nothing after Cancel.
   std::optional<Size> AskForSize();
