@@ -285,7 +285,7 @@ TEST_F(NetGraphWindow, ShowsContoursWhileTheUserWaits) {
 TEST_F(NetGraphWindow, TellsThatMemoryIsTooShortForContoursAndCloses) {
   // The cursor of those who wait is shown where contours are about to be traced.
   m_dialogs.out_of_memory = true;
-  Open(ContourGraph({0, 1}, {0, 10}, {-1, 1}));
+  Show(ContourGraph({0, 1}, {0, 10}, {-1, 1}));
   EXPECT_THAT(m_dialogs.told, ElementsAre("NetGraph Error|Memory Error generating Contours"));
   EXPECT_EQ(m_dialogs.icons.back(), MessageIcon::kExclamation);
   EXPECT_EQ(m_window, nullptr);

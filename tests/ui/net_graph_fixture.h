@@ -55,6 +55,11 @@ class NetGraphWindow : public testing::Test {
   }
 
   NetGraphDlg& Open(Graph graph, wxWindow* owner = nullptr) {
+    Show(std::move(graph), owner);
+    return *m_window;
+  }
+  // The same for one that may have closed by itself.
+  void Show(Graph graph, wxWindow* owner = nullptr) {
     m_window = new NetGraphDlg(owner, std::move(graph), m_dialogs, [this] { return m_depth; });
     m_window->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
       if (event.GetEventObject() == m_window) m_window = nullptr;
@@ -64,7 +69,6 @@ class NetGraphWindow : public testing::Test {
     // The pointer stands where it is in nobody's way.
     wxUIActionSimulator().MouseMove(1279, 1023);
     Turn();
-    return *m_window;
   }
   GraphPanel& Panel() { return m_window->panel(); }
   const GraphRange& Range() { return Panel().view().range(); }
