@@ -87,8 +87,6 @@ class TMain : public wxFrame {
   StartUpWindow* m_start_up = nullptr;
   TrainRunDlg* m_training = nullptr;
   std::unique_ptr<StudyWindows> m_study;  // of the training or the recall window
-  int m_status_width = 0;                 // wanted
-  bool m_menu_open = false;
   const wxMenu* m_open_menu = nullptr;
   bool m_iconized = false;
   bool m_out_of_memory = false;
