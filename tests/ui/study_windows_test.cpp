@@ -234,6 +234,12 @@ TEST_F(StudyWindowsTest, DisableWhatHasToWaitForATask) {
 }
 
 TEST_F(StudyWindowsTest, StopATaskWithEscape) {
+  // So much that a key arrives in time.
+  const std::string flowers = ReadFile(m_folder / "iris.txt");
+  std::string many = flowers;
+  for (int i = 0; i < 200; ++i) many += flowers.substr(flowers.find('\n') + 1);
+  WriteFile(m_folder / "iris.txt", many);
+  RunCommandLine("set iris.net --layers 4,300,3");
   OpenForTraining("iris.net");
   m_native.answers = {wxID_YES};
   Choose(131);
