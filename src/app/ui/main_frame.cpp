@@ -261,6 +261,7 @@ void TMain::ClearClient(const char* next, const char* menu) {
   if (m_client != nullptr) m_client->Destroy();
   m_client = nullptr;
   m_client_name = next;
+  m_open_menu = nullptr;
   wxMenuBar* old_menu = GetMenuBar();
   SetMenuBar(menu != nullptr ? wxXmlResource::Get()->LoadMenuBar(menu) : nullptr);
   delete old_menu;
