@@ -48,7 +48,7 @@ void CompletePaths(std::initializer_list<std::string*> paths) {
 bool SameFile(const std::string& a, const std::string& b) {
   if (a.empty() || b.empty()) return false;
   std::error_code error;
-  return std::filesystem::equivalent(a, b, error) && !error;
+  return std::filesystem::equivalent(NativePath(a), NativePath(b), error) && !error;
 }
 
 ExitStatus KeepInputsSafe(std::initializer_list<const std::string*> outputs,

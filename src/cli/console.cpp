@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <fmt/printf.h>
-#include <unistd.h>
 
+#include "cli/terminal.h"
 #include "engine/training_run.h"
 
 namespace tarn {
@@ -54,7 +54,7 @@ bool FlushResults() {
 }
 
 ProgressLine::ProgressLine(bool wanted, int64_t now_ms)
-    : m_wanted(wanted && ::isatty(STDERR_FILENO) == 1), m_start_ms(now_ms), m_last_ms(now_ms) {}
+    : m_wanted(wanted && CanRedrawErrors()), m_start_ms(now_ms), m_last_ms(now_ms) {}
 
 void ProgressLine::Show(int32_t iteration, int32_t max_iterations, float rms_error,
                         int64_t now_ms) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <signal.h>
 #include <string>
 
 namespace tarn {
@@ -10,16 +9,13 @@ namespace tarn {
 void HandleInterrupts();
 
 // Holds interrupts back while it lives, so that none falls between making a file and telling its
-// name.
+// name. One at a time.
 class HoldInterrupts {
  public:
   HoldInterrupts();
   ~HoldInterrupts();
   HoldInterrupts(const HoldInterrupts&) = delete;
   HoldInterrupts& operator=(const HoldInterrupts&) = delete;
-
- private:
-  sigset_t m_before;
 };
 
 // A file, or a folder that is empty by then, that goes when an interrupt ends the program.

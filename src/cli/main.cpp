@@ -1,12 +1,16 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/status.h"
 #include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/interrupt.h"
+#include "cli/terminal.h"
 #include "cli/usage.h"
 
 namespace {
@@ -21,6 +25,8 @@ int RunProgram(int argc, char** argv) {
   CLI::App program(kDescription, "tarn-cli");
   program.set_version_flag("--version", std::string("tarn-cli ") + TARN_VERSION);
   program.require_subcommand(1);
+  // A path may begin with a slash on Windows, too.
+  program.allow_windows_style_options(false);
   tarn::UseHelpFormat(program);
   program.footer("'tarn-cli COMMAND --help' tells all about one command.");
   tarn::ExitStatus exit_status = tarn::kDone;
@@ -33,7 +39,9 @@ int RunProgram(int argc, char** argv) {
   tarn::AddRestoreCommand(program, exit_status);
   for (CLI::App* command : program.get_subcommands({})) command->group("Commands");
   try {
-    program.parse(argc, argv);
+    std::vector<std::string> words = tarn::CommandLineWords(argc, argv);
+    std::reverse(words.begin(), words.end());  // as the parser takes them
+    program.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
       program.exit(error);
@@ -53,6 +61,7 @@ int RunProgram(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   tarn::HandleInterrupts();
+  const tarn::TerminalTexts texts;
   try {
     return RunProgram(argc, argv);
   } catch (const std::bad_alloc&) {

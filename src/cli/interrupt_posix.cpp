@@ -1,14 +1,15 @@
-#include "cli/interrupt.h"
-
 #include <array>
 #include <limits.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include "cli/console.h"
+#include "cli/interrupt.h"
 
 namespace tarn {
 namespace {
+
+sigset_t before_holding;
 
 volatile sig_atomic_t noting = 0;
 volatile sig_atomic_t interrupts = 0;
@@ -56,11 +57,11 @@ HoldInterrupts::HoldInterrupts() {
   sigset_t held;
   sigemptyset(&held);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
-  ::sigprocmask(SIG_BLOCK, &held, &m_before);
+  ::sigprocmask(SIG_BLOCK, &held, &before_holding);
 }
 
 HoldInterrupts::~HoldInterrupts() {
-  ::sigprocmask(SIG_SETMASK, &m_before, nullptr);
+  ::sigprocmask(SIG_SETMASK, &before_holding, nullptr);
 }
 
 void RemoveWhenInterrupted(const std::string& path) {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// The words of the command line after the program's name, in UTF-8.
+std::vector<std::string> CommandLineWords(int argc, char** argv);
+
+// Makes a terminal show UTF-8 for as long as it lives, where it has to be asked to.
+class TerminalTexts {
+ public:
+  TerminalTexts();
+  ~TerminalTexts();
+  TerminalTexts(const TerminalTexts&) = delete;
+  TerminalTexts& operator=(const TerminalTexts&) = delete;
+
+ private:
+  unsigned m_before = 0;
+};
+
+// Whether stderr is a terminal on which a line can be drawn over again.
+bool CanRedrawErrors();
+
+}  // namespace tarn
