@@ -46,9 +46,14 @@ void LoadPanel(wxPanel& panel, wxWindow* parent, const char* name) {
 }
 
 void SetProgramIcon(wxTopLevelWindow& window) {
+#ifdef __WXMSW__
+  // The program has it in all sizes.
+  window.SetIcons(wxIconBundle("aatarn", nullptr));
+#else
   wxIcon icon;
   icon.CopyFromBitmap(wxXmlResource::Get()->LoadBitmap("TARN_ICON"));
   window.SetIcon(icon);
+#endif
 }
 
 wxWindow& Control(const wxWindow& window, int id) {
