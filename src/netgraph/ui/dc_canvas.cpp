@@ -8,6 +8,9 @@
 #include <wx/brush.h>
 #include <wx/font.h>
 #include <wx/settings.h>
+#ifdef __WXMSW__
+#include <wx/msw/private.h>
+#endif
 
 #include "resources/controls.h"
 
@@ -32,17 +35,29 @@ wxColour ColourOf(const Colour& colour) {
   return {colour.red, colour.green, colour.blue};
 }
 
+#ifdef __WXMSW__
+// The face that Windows takes for a font: graphics contexts do not know those that only stand for
+// another, as "MS Shell Dlg" does.
+wxString FaceOf(const wxFont& font) {
+  const ScreenHDC screen;
+  const SelectInHDC selected(screen, GetHfontOf(font));
+  wchar_t face[LF_FACESIZE] = L"";
+  ::GetTextFaceW(screen, LF_FACESIZE, face);
+  return face;
+}
+#endif
+
 // `size` in units of the context.
 wxGraphicsFont FontFor(const wxGraphicsContext& context, double size, const wxColour& colour) {
   wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
-#ifdef __WXGTK__
+#ifdef __WXMSW__
+  return context.CreateFont(size, FaceOf(font), wxFONTFLAG_DEFAULT, colour);
+#else
   // Text is set for 96 dots to the inch there, on every device and scale; fonts asked for in pixels
   // come out smaller.
   constexpr double kPointsPerUnit = 72.0 / 96.0;
   font.SetFractionalPointSize(size * kPointsPerUnit);
   return context.CreateFont(font, colour);
-#else
-  return context.CreateFont(size, font.GetFaceName(), wxFONTFLAG_DEFAULT, colour);
 #endif
 }
 
