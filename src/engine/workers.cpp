@@ -15,16 +15,6 @@ constexpr int kLooksBeforeSleep = 4000;
 constexpr int kLooksBeforeYield = 64;
 constexpr size_t kMostThreads = 8;
 
-// Returns once the value is no longer `old`.
-void WaitWhile(const std::atomic<uint32_t>& value, uint32_t old) {
-  for (int look = 0; look < kLooksBeforeSleep; ++look) {
-    if (value.load(std::memory_order_acquire) != old) return;
-    hwy::Pause();
-    if (look % kLooksBeforeYield == kLooksBeforeYield - 1) std::this_thread::yield();
-  }
-  value.wait(old, std::memory_order_acquire);
-}
-
 }  // namespace
 
 Workers::Workers(size_t parts) {
@@ -42,8 +32,8 @@ Workers::Workers(size_t parts) {
 
 Workers::~Workers() {
   m_end = true;
-  m_turn.fetch_add(1, std::memory_order_release);
-  m_turn.notify_all();
+  m_turn.fetch_add(1);
+  WakeUp();
   for (std::thread& thread : m_threads) thread.join();
 }
 
@@ -51,8 +41,8 @@ void Workers::RunCall(const void* task, Call call) {
   m_task = task;
   m_call = call;
   m_unready.store(static_cast<uint32_t>(m_threads.size()), std::memory_order_relaxed);
-  m_turn.fetch_add(1, std::memory_order_release);
-  m_turn.notify_all();
+  m_turn.fetch_add(1);
+  WakeUp();
   call(task, 0);
   for (uint32_t left = m_unready.load(std::memory_order_acquire); left != 0;
        left = m_unready.load(std::memory_order_acquire)) {
@@ -66,8 +56,30 @@ void Workers::Serve(size_t part) {
     WaitWhile(m_turn, turn);
     if (m_end) return;
     m_call(m_task, part);
-    if (m_unready.fetch_sub(1, std::memory_order_acq_rel) == 1) m_unready.notify_all();
+    if (m_unready.fetch_sub(1) == 1) WakeUp();
   }
+}
+
+// Not by std::atomic::wait: where the system has no futex, the library of g++ 12 loses calls.
+void Workers::WaitWhile(const std::atomic<uint32_t>& value, uint32_t old) {
+  for (int look = 0; look < kLooksBeforeSleep; ++look) {
+    if (value.load(std::memory_order_acquire) != old) return;
+    hwy::Pause();
+    if (look % kLooksBeforeYield == kLooksBeforeYield - 1) std::this_thread::yield();
+  }
+  std::unique_lock lock(m_mutex);
+  ++m_sleepers;
+  m_changed.wait(lock, [&] { return value.load() != old; });
+  --m_sleepers;
+}
+
+// The value has changed before it is asked for sleepers, and they count themselves before they look
+// at the value: one of the two sees the other.
+void Workers::WakeUp() {
+  if (m_sleepers.load() == 0) return;
+  // Whoever has seen the old value is asleep by the time that the lock is free.
+  std::unique_lock(m_mutex).unlock();
+  m_changed.notify_all();
 }
 
 size_t UsefulThreads() {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <atomic>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -34,6 +36,9 @@ class Workers {
 
   void RunCall(const void* task, Call call);
   void Serve(size_t part);
+  // Returns once the value is no longer `old`; who changes it calls WakeUp.
+  void WaitWhile(const std::atomic<uint32_t>& value, uint32_t old);
+  void WakeUp();
 
   std::vector<std::thread> m_threads;
   const void* m_task = nullptr;
@@ -41,6 +46,9 @@ class Workers {
   std::atomic<uint32_t> m_turn{0};     // counts the pieces of work
   std::atomic<uint32_t> m_unready{0};  // threads still at the present one
   bool m_end = false;
+  std::mutex m_mutex;  // of those that sleep
+  std::condition_variable m_changed;
+  std::atomic<uint32_t> m_sleepers{0};
 };
 
 // Threads of the machine that are worth taking, 1 or more.
