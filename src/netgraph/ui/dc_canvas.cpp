@@ -8,11 +8,9 @@
 #include <wx/brush.h>
 #include <wx/font.h>
 #include <wx/settings.h>
-#ifdef __WXMSW__
-#include <wx/msw/private.h>
-#endif
 
 #include "resources/controls.h"
+#include "resources/fonts.h"
 
 namespace tarn {
 namespace {
@@ -35,23 +33,11 @@ wxColour ColourOf(const Colour& colour) {
   return {colour.red, colour.green, colour.blue};
 }
 
-#ifdef __WXMSW__
-// The face that Windows takes for a font: graphics contexts do not know those that only stand for
-// another, as "MS Shell Dlg" does.
-wxString FaceOf(const wxFont& font) {
-  const ScreenHDC screen;
-  const SelectInHDC selected(screen, GetHfontOf(font));
-  wchar_t face[LF_FACESIZE] = L"";
-  ::GetTextFaceW(screen, LF_FACESIZE, face);
-  return face;
-}
-#endif
-
 // `size` in units of the context.
 wxGraphicsFont FontFor(const wxGraphicsContext& context, double size, const wxColour& colour) {
   wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
 #ifdef __WXMSW__
-  return context.CreateFont(size, FaceOf(font), wxFONTFLAG_DEFAULT, colour);
+  return context.CreateFont(size, DrawableFont(font).GetFaceName(), wxFONTFLAG_DEFAULT, colour);
 #else
   // Text is set for 96 dots to the inch there, on every device and scale; fonts asked for in pixels
   // come out smaller.

@@ -13,6 +13,7 @@
 
 #include "netfile/connections_section.h"
 #include "resources/controls.h"
+#include "resources/fonts.h"
 #include "setup/ui/native_settings.h"
 
 namespace tarn {
@@ -134,7 +135,7 @@ void NetViewDlg::DrawPicture(wxSize size) {
 }
 
 void NetViewDlg::Draw(wxGraphicsContext& canvas, PageSize page) {
-  canvas.SetFont(m_page->GetFont(), *wxBLACK);
+  canvas.SetFont(DrawableFont(m_page->GetFont()), *wxBLACK);
   const NetworkDrawing drawing = DrawNetwork(m_network, page, m_page->GetTextExtent("X").y);
   for (const DrawnText& text : drawing.texts) DrawText(canvas, text);
   canvas.SetPen(*wxBLACK_PEN);
