@@ -7,12 +7,12 @@
 #include <wx/filefn.h>
 #include <wx/filename.h>
 #include <wx/frame.h>
-#include <wx/msgdlg.h>
 #include <wx/utils.h>
 
 #include "app/file_choice.h"
 #include "app/messages.h"
 #include "app/ui/data_ent_dlg.h"
+#include "app/ui/message_box.h"
 #include "app/ui/messages.h"
 #include "app/ui/opened.h"
 #include "engine/ui/auto_save_dlg.h"
@@ -22,18 +22,6 @@
 
 namespace tarn {
 namespace {
-
-long IconStyle(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::kExclamation:
-      return wxICON_EXCLAMATION;
-    case MessageIcon::kQuestion:
-      return wxICON_QUESTION;
-    case MessageIcon::kNone:
-      break;
-  }
-  return wxICON_NONE;
-}
 
 bool ReplacesUnasked(const std::string& chosen, const std::string& path) {
   return chosen != path && wxFileExists(Wide(path));
@@ -83,9 +71,7 @@ bool WindowDialogs::IsSystemAsking() const {
 
 int WindowDialogs::ShowBox(const Message& message, long style) {
   const Opened opened(m_system_open);
-  wxMessageDialog box(DialogParent(), Wide(message.text), Wide(message.caption),
-                      style | IconStyle(message.icon) | wxCENTRE);
-  return box.ShowModal();
+  return ShowMessageBox(DialogParent(), message, style);
 }
 
 void WindowDialogs::Tell(const Message& message) {
