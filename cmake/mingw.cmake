@@ -30,6 +30,8 @@ set(wxWidgets_CONFIG_EXECUTABLE ${TARN_WINDOWS_PREFIX}/bin/wx-config)
 
 # What is built here may not run here: the tests are listed when they are run.
 set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
+# They run under wine, which has the whole disk as its drive Z:.
+set(TARN_SOURCE_PREFIX "Z:" CACHE STRING "The drive that has the sources where the tests run")
 
 # Programs that need no other file to run.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections")

@@ -1,11 +1,11 @@
 #include "app/file_choice.h"
 
-#include <filesystem>
+#include "base/paths.h"
 
 namespace tarn {
 
 std::string WithExtension(const std::string& path, std::string_view extension) {
-  const bool has_one = std::filesystem::path(path).has_extension();
+  const bool has_one = NativePath(path).has_extension();
   return has_one ? path : path + std::string(extension);
 }
 

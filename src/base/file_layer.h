@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarn {
@@ -64,6 +65,15 @@ class FileLayer {
   virtual bool MakeFolder(const std::string& path) = 0;
   // Removes a folder with all that it holds.
   virtual bool RemoveFolder(const std::string& path) = 0;
+
+  // Makes a fresh, empty file in `folder` in the system's own way, with at least the first three
+  // letters of `prefix` before what tells it apart; its path, empty where the system has no such
+  // way or the folder takes no file. It is to be removed with Remove.
+  virtual std::string MakeTemporary(const std::string& /*folder*/, const char* /*prefix*/) {
+    return {};
+  }
+  // What ends a line in the system's text files.
+  virtual std::string_view LineEnd() const { return "\n"; }
 };
 
 // The layer in use: the operating system's unless a test has put another in its place.

@@ -6,11 +6,13 @@
 
 #include "base/paths.h"
 #include "base/process.h"
+#include "base/utf8.h"
 
 namespace tarn {
 namespace {
 
 constexpr size_t kBlock = size_t{1} << 16;
+constexpr std::string_view kStoredAsWritten = "\n";
 constexpr std::string_view kMark = ".tarn-save-";
 // Names of files have 255 bytes at most; the mark and the numbers behind it need their part.
 constexpr size_t kLongestName = 180;
@@ -24,15 +26,19 @@ const std::string& ProcessMark() {
 
 // NAME.tarn-save- in the folder of NAME.
 std::string TemporaryPrefix(const std::filesystem::path& target) {
-  return target.filename().string().substr(0, kLongestName) + std::string(kMark);
+  const std::string name = PathText(target.filename());
+  // A character that is cut in two would come back as another on Windows.
+  std::string_view rest = name;
+  while (!rest.empty() && name.size() - rest.size() < kLongestName) TakeCharacter(rest);
+  return name.substr(0, name.size() - rest.size()) + std::string(kMark);
 }
 
 std::string FreshTemporary(const std::string& path) {
   static uint32_t count = 0;
-  const std::filesystem::path target(path);
+  const std::filesystem::path target = NativePath(path);
   const std::string name =
       TemporaryPrefix(target) + ProcessName() + "-" + ProcessMark() + "-" + std::to_string(++count);
-  return (target.parent_path() / name).string();
+  return PathText(target.parent_path() / NativePath(name));
 }
 
 // Whether what follows the mark, PROCESS-MARK-COUNT, names a temporary that nobody will
@@ -49,13 +55,13 @@ bool IsAbandoned(std::string_view owner) {
 
 // What a process that was killed while saving has left beside the file.
 void RemoveLeftovers(const std::string& path) {
-  const std::filesystem::path target(path);
+  const std::filesystem::path target = NativePath(path);
   const std::string prefix = TemporaryPrefix(target);
   const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
-  for (const std::string& name : Files().NamesIn(folder.string())) {
+  for (const std::string& name : Files().NamesIn(PathText(folder))) {
     if (!name.starts_with(prefix)) continue;
     if (IsAbandoned(std::string_view(name).substr(prefix.size()))) {
-      Files().Remove((folder / name).string());
+      Files().Remove(PathText(folder / NativePath(name)));
     }
   }
 }
@@ -71,8 +77,9 @@ bool OutputFile::Start(Way way, const std::string& path, FileLayer::Mode mode) {
   return m_file != FileLayer::kNoFile;
 }
 
-bool OutputFile::OpenReplacing(const std::string& path) {
+bool OutputFile::OpenReplacing(const std::string& path, Content content) {
   Discard();
+  m_line_end = content == Content::kText ? Files().LineEnd() : kStoredAsWritten;
   // A device is asked for by the name given: what its links lead to need not be a name.
   if (Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
@@ -85,6 +92,7 @@ bool OutputFile::OpenReplacing(const std::string& path) {
 
 bool OutputFile::OpenNew(const std::string& path) {
   Discard();
+  m_line_end = Files().LineEnd();
   m_path = FullPath(path);
   if (path.empty() || !Start(Way::kNew, m_path, FileLayer::Mode::kCreateNew)) return false;
   m_created = true;
@@ -94,6 +102,7 @@ bool OutputFile::OpenNew(const std::string& path) {
 
 bool OutputFile::OpenAppending(const std::string& path) {
   Discard();
+  m_line_end = Files().LineEnd();
   m_path = Files().IsSpecial(path) ? path : FullPath(Files().ResolveLinks(path));
   if (path.empty() || m_path.empty()) return false;
   m_created = Start(Way::kAppend, m_path, FileLayer::Mode::kCreateNew);
@@ -110,8 +119,20 @@ bool OutputFile::OpenAppending(const std::string& path) {
 
 bool OutputFile::Write(std::string_view text) {
   if (m_file == FileLayer::kNoFile || m_failed) return false;
-  m_pending.append(text);
+  if (m_line_end == kStoredAsWritten) {
+    m_pending.append(text);
+  } else {
+    AppendText(text);
+  }
   return m_pending.size() < kBlock || Flush();
+}
+
+void OutputFile::AppendText(std::string_view text) {
+  for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+    m_pending.append(text.substr(0, end)).append(m_line_end);
+    text.remove_prefix(end + 1);
+  }
+  m_pending.append(text);
 }
 
 bool OutputFile::Flush() {

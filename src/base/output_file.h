@@ -11,9 +11,11 @@ namespace tarn {
 
 // A file being written, of which nobody ever finds half: the old content stays until Commit
 // has brought the new one to the disk, and comes back when anything fails or Commit is never
-// called. Text lines end with "\n".
+// called. In texts every "\n" is stored as the line end of the file layer; bytes stay as they are.
 class OutputFile {
  public:
+  enum class Content { kText, kBytes };
+
   OutputFile() = default;
   ~OutputFile() { Discard(); }
   OutputFile(const OutputFile&) = delete;
@@ -23,7 +25,7 @@ class OutputFile {
   // A symbolic link is followed and stays a link; the old file's access rights are kept. A
   // device or a pipe is written as it stands. False when the file may not be written or the
   // folder takes no new file.
-  bool OpenReplacing(const std::string& path);
+  bool OpenReplacing(const std::string& path, Content content = Content::kText);
   // Creates the file `path`; one that exists already is never touched.
   bool OpenNew(const std::string& path);
   // Appends to the file `path`, creating it when missing; Discard cuts it back to its old
@@ -47,6 +49,7 @@ class OutputFile {
   enum class Way { kReplace, kNew, kAppend, kDirect };
 
   bool Start(Way way, const std::string& path, FileLayer::Mode mode);
+  void AppendText(std::string_view text);
   bool Flush();
   bool Close();
   bool Replace();
@@ -57,7 +60,8 @@ class OutputFile {
   std::string m_written;   // the file that is open: the temporary when replacing
   int64_t m_old_size = 0;  // when appending
   bool m_created = false;  // not there before, and not written beside another
-  std::string m_pending;   // written but not yet handed to the file layer
+  std::string_view m_line_end = "\n";
+  std::string m_pending;  // written but not yet handed to the file layer
   bool m_failed = false;
 };
 

@@ -1,19 +1,13 @@
 #include "base/paths.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
 #include "base/file_layer.h"
+#include "base/native_paths.h"
 
 namespace tarn {
 namespace {
-
-#ifdef _WIN32
-constexpr std::string_view kSeparators = "\\/";
-#else
-constexpr std::string_view kSeparators = "/";
-#endif
 
 char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -29,47 +23,38 @@ std::string Lowercase(std::string_view text) {
 
 std::string JoinPath(std::string_view folder, std::string_view name) {
   std::string path(folder);
-  if (!path.empty() && kSeparators.find(path.back()) == std::string_view::npos) {
-    path.push_back(kSeparators.front());
+  if (!path.empty() && PathSeparators().find(path.back()) == std::string_view::npos) {
+    path.push_back(PathSeparators().front());
   }
   return path.append(name);
 }
 
 std::string FullPath(const std::string& path) {
-  const std::filesystem::path given(path);
-  if (path.empty() || given.is_absolute()) return path;
+  const std::filesystem::path given = NativePath(path);
+  if (path.empty() || given.is_absolute() || NamesServer(path)) return path;
   const std::string current = Files().CurrentDirectory();
   if (current.empty()) return path;
-  return (std::filesystem::path(current) / given).lexically_normal().string();
+  const std::filesystem::path whole = NativePath(current) / given;
+  const std::string normal = PathText(whole.lexically_normal());
+  return NamesServer(PathText(whole)) ? PathSeparators().front() + normal : normal;
 }
 
 bool IsUntitled(std::string_view path) {
   return Lowercase(path).find(Lowercase(kUntitledName)) != std::string::npos;
 }
 
-std::string OpenedPath(const std::string& path) {
-#ifdef _WIN32
-  return Lowercase(path);
-#else
-  return path;
-#endif
-}
-
 void EnterFolderOf(const std::string& path) {
   if (Files().EnterDirectory(path) || Files().IsDirectory(path)) return;
-  const size_t separator = path.find_last_of(kSeparators);
+  const size_t separator = path.find_last_of(PathSeparators());
   if (separator == std::string::npos) return;
-  // A file in the root folder has nothing before its separator but the root itself.
-  Files().EnterDirectory(separator == 0 ? path.substr(0, 1) : path.substr(0, separator));
+  // A file in the root folder, of a drive as well, has nothing before its separator but the root.
+  const bool in_root = separator == 0 || NamesDrive(path.substr(0, separator));
+  Files().EnterDirectory(path.substr(0, in_root ? separator + 1 : separator));
 }
 
 std::string TemporaryFolder() {
-  const char* named = std::getenv("TMPDIR");
-  if (named != nullptr && *named != '\0' && Files().IsDirectory(named)) return FullPath(named);
-#ifndef _WIN32
-  if (Files().IsDirectory("/tmp")) return "/tmp";
-#endif
-  return Files().CurrentDirectory();
+  const std::string named = NamedTemporaryFolder();
+  return Files().IsDirectory(named) ? named : Files().CurrentDirectory();
 }
 
 }  // namespace tarn

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,11 @@ bool IsUntitled(std::string_view path);
 // The path as the system keeps an opened one: lowercase where names do not tell cases apart
 // (Windows), as it is elsewhere.
 std::string OpenedPath(const std::string& path);
+
+// A path for the standard library, which would take its bytes for another encoding on Windows;
+// and the text of one.
+std::filesystem::path NativePath(const std::string& path);
+std::string PathText(const std::filesystem::path& path);
 
 // Makes the folder of a file the current directory: when the path itself cannot be entered,
 // it is cut at its last separator and the part before it is entered. A path without a

@@ -1,5 +1,6 @@
 #include "base/temp_file.h"
 
+#include <cstring>
 #include <random>
 #include <string_view>
 
@@ -13,7 +14,7 @@ namespace {
 constexpr int kTries = 100;
 
 // A name is kPrefix, the number of the process, "-" and so many letters.
-constexpr std::string_view kPrefix = "Tarn";
+constexpr const char* kPrefix = "Tarn";
 constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
 constexpr size_t kLetterCount = 6;
 
@@ -29,7 +30,7 @@ std::string FreshName() {
 // has ended, too.
 bool IsAbandoned(std::string_view name) {
   if (!name.starts_with(kPrefix)) return false;
-  name.remove_prefix(kPrefix.size());
+  name.remove_prefix(std::strlen(kPrefix));
   const size_t dash = name.find('-');
   if (dash == 0 || dash == std::string_view::npos) return false;
   const std::string_view process = name.substr(0, dash);
@@ -56,15 +57,15 @@ void RemoveAbandonedFiles(const std::string& folder) {
 
 bool TempFile::Create(const std::string& folder) {
   Remove();
-  for (int i = 0; i < kTries; ++i) {
+  m_path = Files().MakeTemporary(folder, kPrefix);
+  for (int i = 0; i < kTries && m_path.empty(); ++i) {
     const std::string path = JoinPath(folder, FreshName());
     const FileLayer::Handle file = Files().Open(path, FileLayer::Mode::kCreateNew);
     if (file == FileLayer::kNoFile) continue;
     Files().Close(file);
     m_path = path;
-    return true;
   }
-  return false;
+  return !m_path.empty();
 }
 
 void TempFile::Remove() {

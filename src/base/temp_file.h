@@ -4,8 +4,9 @@
 
 namespace tarn {
 
-// A temporary file of the program's own: a fresh, empty file with the prefix "Tarn" in a
-// folder, readable by the user alone, removed with the object.
+// A temporary file of the program's own: a fresh, empty file with the prefix "Tarn" in a folder,
+// readable by the user alone, removed with the object. Windows takes three letters of the prefix,
+// and removes the file by itself when the program is killed.
 class TempFile {
  public:
   TempFile() = default;

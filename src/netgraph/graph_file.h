@@ -22,7 +22,7 @@ Status SavePicture(const Graph& graph, const Size& size, const std::string& path
 Status SavePicture(const Graph& graph, const GraphView& view, const Size& size,
                    const std::string& path);
 Status SaveTable(const Graph& graph, const std::string& path);
-// The same for what is in its form already.
-Status SaveGraphFile(std::string_view content, const std::string& path);
+// The same for the bytes of a picture that is drawn already.
+Status SaveGraphBytes(std::string_view bytes, const std::string& path);
 
 }  // namespace tarn

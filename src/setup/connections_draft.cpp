@@ -87,7 +87,8 @@ Status ConnectionsDraft::Save(bool& edited) const {
 
 bool ConnectionsDraft::WriteMask() const {
   OutputFile file;
-  if (!file.OpenReplacing(ConnectionFilePath(m_scratch_folder, m_layer))) return false;
+  const std::string path = ConnectionFilePath(m_scratch_folder, m_layer);
+  if (!file.OpenReplacing(path, OutputFile::Content::kBytes)) return false;
   const std::span<const int32_t> mask(m_mask);
   const size_t sources = Nodes(m_layer - 1);
   for (size_t node = 0; node < Nodes(m_layer); ++node) {

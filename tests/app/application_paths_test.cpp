@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/memory_files.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -13,10 +14,10 @@ TEST(ApplicationPaths, LieInTheFolderOfTheStart) {
   const ApplicationPaths paths = FormApplicationPaths();
   files.AddFolder("/home/you");
   files.EnterDirectory("/home/you");
-  EXPECT_EQ(paths.help_file, "/home/me/TARN.HLP");
-  EXPECT_EQ(paths.data_editor, "/home/me/TABULO.EXE");
-  EXPECT_EQ(paths.hand_over, "/home/me/TABULO.TBI");
-  EXPECT_EQ(paths.start_folder, "/home/me");
+  EXPECT_EQ(Slashes(paths.help_file), "/home/me/TARN.HLP");
+  EXPECT_EQ(Slashes(paths.data_editor), "/home/me/TABULO.EXE");
+  EXPECT_EQ(Slashes(paths.hand_over), "/home/me/TABULO.TBI");
+  EXPECT_EQ(Slashes(paths.start_folder), "/home/me");
 }
 
 }  // namespace

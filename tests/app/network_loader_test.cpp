@@ -9,6 +9,7 @@
 #include "app/session_fixture.h"
 #include "base/file_layer.h"
 #include "netfile/connections_section.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -148,7 +149,7 @@ TEST_F(NetworkLoaderTest, BeginsANewNetworkEachTime) {
   m_files.Put("/home/nets/UNTITLED.NE_", "left over");
   for (int i = 0; i < 2; ++i) {
     StartNewNetwork(m_session);
-    EXPECT_EQ(m_network.file_name, "/home/nets/UNTITLED.NE_");
+    EXPECT_EQ(Slashes(m_network.file_name), "/home/nets/UNTITLED.NE_");
     EXPECT_FALSE(m_network.trained);
     EXPECT_FALSE(m_files.Exists("/home/nets/UNTITLED.NE_"));
     EXPECT_EQ(ReadSetup(m_session).message(), "");

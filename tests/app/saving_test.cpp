@@ -6,6 +6,7 @@
 
 #include "app/session_fixture.h"
 #include "support/fake_dialogs.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -64,7 +65,7 @@ TEST_F(Saving, ChangesNothingWhenItFails) {
   m_session.saved = false;
   m_dialogs.files = {"/none/b.net"};
   EXPECT_FALSE(SaveNetworkAs(m_session, m_dialogs));
-  EXPECT_EQ(m_network.file_name, "/home/nets/test.net");
+  EXPECT_EQ(Slashes(m_network.file_name), "/home/nets/test.net");
   EXPECT_FALSE(m_session.saved);
   EXPECT_THAT(m_dialogs.told,
               ElementsAre("File Save Error - FILE NOT SAVED!|Cannot Write to Network File"));

@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "app/session_fixture.h"
+#include "base/paths.h"
 #include "engine/training_run.h"
 #include "netfile/network_writer.h"
 #include "support/set_clock.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -44,7 +46,7 @@ TEST_F(SessionOpen, RefusesTheUntitledNetworkInAnyCaseWithoutAWord) {
 TEST_F(SessionOpen, TakesTheUntitledNetworkWithTheWeightsThatItHas) {
   m_files.Put("/home/nets/UNTITLED.NE_", "WEIGHTS:RANDOM\n");
   TakeUntitled(m_session, "nets/UNTITLED.NE_");
-  EXPECT_EQ(m_network.file_name, "/home/nets/UNTITLED.NE_");
+  EXPECT_EQ(Slashes(m_network.file_name), OpenedPath("/home/nets/UNTITLED.NE_"));
   EXPECT_FALSE(m_network.trained);
   EXPECT_EQ(m_files.CurrentDirectory(), "/home/nets");
   m_files.Put("/home/nets/UNTITLED.NE_", "anything\nWEIGHTS:READ\n");
@@ -54,10 +56,10 @@ TEST_F(SessionOpen, TakesTheUntitledNetworkWithTheWeightsThatItHas) {
 
 TEST_F(SessionOpen, TakesTheWholePathAndEntersTheFolder) {
   ASSERT_TRUE(OpenNetwork(m_session, "nets/test.net").ok());
-  EXPECT_EQ(m_network.file_name, "/home/nets/test.net");
+  EXPECT_EQ(Slashes(m_network.file_name), "/home/nets/test.net");
   EXPECT_EQ(m_files.CurrentDirectory(), "/home/nets");
   EXPECT_TRUE(OpenNetwork(m_session, "../nets/test.net").ok());
-  EXPECT_EQ(m_network.file_name, "/home/nets/test.net");
+  EXPECT_EQ(Slashes(m_network.file_name), "/home/nets/test.net");
 }
 
 TEST_F(SessionOpen, TellsWhetherTheFileHoldsWeights) {
@@ -72,7 +74,7 @@ TEST_F(SessionOpen, TellsWhetherTheFileHoldsWeights) {
 TEST_F(SessionOpen, KeepsTheOpenNetworkWhenAnotherIsRefused) {
   ASSERT_TRUE(OpenNetwork(m_session, "nets/test.net").ok());
   EXPECT_FALSE(OpenNetwork(m_session, "none.net").ok());
-  EXPECT_EQ(m_network.file_name, "/home/nets/test.net");
+  EXPECT_EQ(Slashes(m_network.file_name), "/home/nets/test.net");
 }
 
 class SessionTraining : public SessionFixture {

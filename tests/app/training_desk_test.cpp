@@ -9,11 +9,13 @@
 #include <vector>
 
 #include "app/session_fixture.h"
+#include "base/paths.h"
 #include "engine/error_history.h"
 #include "netfile/autosave_store.h"
 #include "support/fake_dialogs.h"
 #include "support/faulty_files.h"
 #include "support/set_clock.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -29,6 +31,10 @@ class RecordingView : public TrainingView {
   std::vector<std::string> statuses;
   int changes = 0;
 };
+
+bool IsTemporary(const std::string& path) {
+  return path.starts_with(Slashes(JoinPath(TemporaryFolder(), "Tarn")));
+}
 
 // The fixture's network, loaded; 10 patterns, 20 iterations unless a test says otherwise.
 class TrainingDeskTest : public SessionFixture {
@@ -307,7 +313,7 @@ TEST_F(TrainingDeskTest, SavesNoSnapshotThatIsNotThere) {
 TEST_F(TrainingDeskTest, AnswersForAStoreThatHasGone) {
   Desk();
   for (const std::string& path : m_files.Paths()) {
-    if (path.starts_with("/tmp/Tarn")) m_files.Remove(path);
+    if (IsTemporary(path)) m_files.Remove(path);
   }
   m_dialogs.files.push_back("/home/snapshot.net");
   Desk().SaveSnapshotAs();
@@ -366,10 +372,7 @@ TEST_F(TrainingDeskTest, TrainsWithoutAStoreWhenNoneCanBeMade) {
 
 TEST_F(TrainingDeskTest, LeavesNoTemporaryFiles) {
   RunToTheEnd();
-  const auto ours = [&] {
-    return std::ranges::count_if(
-        m_files.Paths(), [](const std::string& path) { return path.starts_with("/tmp/Tarn"); });
-  };
+  const auto ours = [&] { return std::ranges::count_if(m_files.Paths(), IsTemporary); };
   EXPECT_EQ(ours(), 2);
   m_desk.reset();
   EXPECT_EQ(ours(), 0);

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "base/output_file.h"
+#include "base/output_file_test.h"
 #include "base/text_reader.h"
 #include "support/faulty_files.h"
 #include "support/memory_files.h"
@@ -11,16 +11,6 @@
 
 namespace tarn {
 namespace {
-
-using Names = std::vector<std::string>;
-
-// More than the writer keeps before it hands bytes on.
-const std::string kLong(200000, 'n');
-
-bool Save(const std::string& path, std::string_view text) {
-  OutputFile file;
-  return file.OpenReplacing(path) && file.Write(text) && file.Commit();
-}
 
 using Kinds = FaultyFiles::Kinds;
 using Fault = FaultyFiles::Fault;

@@ -1,19 +1,19 @@
 #include "base/paths.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <string>
 
 #include "support/memory_files.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
 
 TEST(JoinPath, PutsOneSeparatorBetweenFolderAndName) {
-  EXPECT_EQ(JoinPath("/tmp", "a.net"), "/tmp/a.net");
-  EXPECT_EQ(JoinPath("/tmp/", "a.net"), "/tmp/a.net");
-  EXPECT_EQ(JoinPath("/", "a.net"), "/a.net");
-  EXPECT_EQ(JoinPath("", "a.net"), "a.net");
+  EXPECT_EQ(Slashes(JoinPath("/tmp", "a.net")), "/tmp/a.net");
+  EXPECT_EQ(Slashes(JoinPath("/tmp/", "a.net")), "/tmp/a.net");
+  EXPECT_EQ(Slashes(JoinPath("/", "a.net")), "/a.net");
+  EXPECT_EQ(Slashes(JoinPath("", "a.net")), "a.net");
 }
 
 class PathsTest : public testing::Test {
@@ -25,11 +25,11 @@ class PathsTest : public testing::Test {
 };
 
 TEST_F(PathsTest, AFullPathStartsAtTheCurrentDirectory) {
-  EXPECT_EQ(FullPath("a.net"), "/home/a.net");
-  EXPECT_EQ(FullPath("./nets/../a.net"), "/home/a.net");
-  EXPECT_EQ(FullPath("../a.net"), "/a.net");
-  EXPECT_EQ(FullPath("/a.net"), "/a.net");
-  EXPECT_EQ(FullPath(""), "");
+  EXPECT_EQ(Slashes(FullPath("a.net")), "/home/a.net");
+  EXPECT_EQ(Slashes(FullPath("./nets/../a.net")), "/home/a.net");
+  EXPECT_EQ(Slashes(FullPath("../a.net")), "/a.net");
+  EXPECT_EQ(Slashes(FullPath("/a.net")), "/a.net");
+  EXPECT_EQ(Slashes(FullPath("")), "");
 }
 
 TEST_F(PathsTest, AFullPathIsThePathItselfWithoutACurrentDirectory) {
@@ -38,7 +38,7 @@ TEST_F(PathsTest, AFullPathIsThePathItselfWithoutACurrentDirectory) {
     std::string CurrentDirectory() override { return {}; }
   } lost;
   const ScopedFileLayer scope(lost);
-  EXPECT_EQ(FullPath("a.net"), "a.net");
+  EXPECT_EQ(Slashes(FullPath("a.net")), "a.net");
 }
 
 TEST_F(PathsTest, EntersTheFolderOfAFile) {
@@ -88,48 +88,6 @@ TEST(IsUntitled, HoldsForTheScratchNameAnywhereInThePathAndInAnyCase) {
   EXPECT_TRUE(IsUntitled("my-untitled.ne_2"));
   EXPECT_FALSE(IsUntitled("untitled.net"));
   EXPECT_FALSE(IsUntitled(""));
-}
-
-TEST(OpenedPath, KeepsCasesWhereTheSystemTellsThemApart) {
-  EXPECT_EQ(OpenedPath("/Nets/A.Net"), "/Nets/A.Net");
-}
-
-class TemporaryFolderTest : public PathsTest {
- protected:
-  TemporaryFolderTest() {
-    const char* before = ::getenv("TMPDIR");
-    m_was_set = before != nullptr;
-    if (m_was_set) m_before = before;
-  }
-  ~TemporaryFolderTest() override {
-    ::unsetenv("TMPDIR");
-    if (m_was_set) ::setenv("TMPDIR", m_before.c_str(), 1);
-  }
-
-  bool m_was_set = false;
-  std::string m_before;
-};
-
-TEST_F(TemporaryFolderTest, IsTheOneThatTheUserNames) {
-  ::setenv("TMPDIR", "/home/nets", 1);
-  EXPECT_EQ(TemporaryFolder(), "/home/nets");
-  ::setenv("TMPDIR", "nets", 1);
-  EXPECT_EQ(TemporaryFolder(), "/home/nets");
-}
-
-TEST_F(TemporaryFolderTest, IsTheSystemsWhenNoneIsNamed) {
-  ::unsetenv("TMPDIR");
-  EXPECT_EQ(TemporaryFolder(), "/tmp");
-  for (const char* named : {"", "/missing"}) {
-    ::setenv("TMPDIR", named, 1);
-    EXPECT_EQ(TemporaryFolder(), "/tmp") << named;
-  }
-}
-
-TEST_F(TemporaryFolderTest, IsTheCurrentDirectoryWhenThereIsNone) {
-  ::unsetenv("TMPDIR");
-  ASSERT_TRUE(m_files.RemoveFolder("/tmp"));
-  EXPECT_EQ(TemporaryFolder(), "/home");
 }
 
 }  // namespace

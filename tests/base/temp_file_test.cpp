@@ -2,61 +2,34 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <optional>
-#include <stdlib.h>
 #include <string>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 #include "base/file_layer.h"
+#include "base/paths.h"
+#include "base/process.h"
+#include "support/doomed_process.h"
+#include "support/doomed_work.h"
 #include "support/faulty_files.h"
 #include "support/memory_files.h"
+#include "support/slashes.h"
 #include "support/temp_folder.h"
+#include "support/temporary_folder_is.h"
 
 namespace tarn {
 namespace {
 
 namespace fs = std::filesystem;
 
-mode_t RightsOf(const std::string& path) {
-  struct stat info {};
-  EXPECT_EQ(::stat(path.c_str(), &info), 0) << path;
-  return info.st_mode & 0777;
-}
-
-// Sets TMPDIR for as long as it lives.
-class TemporaryFolderIs {
- public:
-  explicit TemporaryFolderIs(const std::string& path) {
-    if (const char* before = ::getenv("TMPDIR"); before != nullptr) m_before = before;
-    ::setenv("TMPDIR", path.c_str(), 1);
-  }
-  ~TemporaryFolderIs() {
-    if (m_before) {
-      ::setenv("TMPDIR", m_before->c_str(), 1);
-    } else {
-      ::unsetenv("TMPDIR");
-    }
-  }
-  TemporaryFolderIs(const TemporaryFolderIs&) = delete;
-  TemporaryFolderIs& operator=(const TemporaryFolderIs&) = delete;
-
- private:
-  std::optional<std::string> m_before;
-};
-
-TEST(TempFile, IsFreshEmptyAndTheUsersAlone) {
+TEST(TempFile, IsFreshAndEmpty) {
   const TempFolder folder;
   TempFile first, second;
   EXPECT_EQ(first.path(), "");
   ASSERT_TRUE(first.Create(folder.path()));
   ASSERT_TRUE(second.Create(folder.path()));
   EXPECT_NE(first.path(), second.path());
-  EXPECT_TRUE(first.path().starts_with(folder / "Tarn"));
-  EXPECT_EQ(ReadFile(first.path()), "");
-  EXPECT_EQ(RightsOf(first.path()), 0600U);
+  EXPECT_TRUE(Slashes(first.path()).starts_with(folder / "Tar")) << first.path();
+  EXPECT_EQ(fs::file_size(NativePath(first.path())), 0U);
 }
 
 TEST(TempFile, IsRemovedWithTheObject) {
@@ -96,14 +69,62 @@ TEST(TempFile, FailsWhereNoFileCanBeMade) {
   EXPECT_TRUE(memory.Paths().empty());
 }
 
+// Files in memory of a system that has a way of its own to make temporary ones.
+class FilesWithTemporaries : public MemoryFiles {
+ public:
+  std::string MakeTemporary(const std::string& folder, const char* prefix) override {
+    if (!IsDirectory(folder)) return {};
+    const std::string path = folder + "/" + std::string(prefix).substr(0, 3) + "1.tmp";
+    Put(path, "");
+    return path;
+  }
+};
+
+TEST(TempFile, IsMadeInTheSystemsOwnWayWhereItHasOne) {
+  FilesWithTemporaries files;
+  FaultyFiles faulty(files);
+  const ScopedFileLayer scope(faulty);
+  {
+    TempFile file;
+    ASSERT_TRUE(file.Create("/tmp"));
+    EXPECT_EQ(file.path(), "/tmp/Tar1.tmp");
+    EXPECT_TRUE(files.Exists("/tmp/Tar1.tmp"));
+    EXPECT_FALSE(file.Create("/missing"));
+    EXPECT_EQ(file.path(), "");
+  }
+  EXPECT_TRUE(files.Paths().empty());
+}
+
+TEST(TempFile, HasANameOfItsOwnWhereTheSystemMakesNone) {
+  FilesWithTemporaries files;
+  FaultyFiles faulty(files);
+  const ScopedFileLayer scope(faulty);
+  faulty.FailAt(1);
+  TempFile file;
+  ASSERT_TRUE(file.Create("/tmp"));
+  EXPECT_EQ(faulty.Failures(), 1);
+  EXPECT_TRUE(Slashes(file.path()).starts_with("/tmp/Tarn" + ProcessName() + "-")) << file.path();
+  EXPECT_EQ(files.Paths(), std::vector<std::string>{Slashes(file.path())});
+}
+
+TEST(TempFile, OfAKilledProcessIsGoneWhenTheNextOneBegins) {
+  const TempFolder folder;
+  DoomedProcess process(kKeepTemporary, folder.path());
+  EXPECT_EQ(SystemFiles().NamesIn(folder.path()).size(), 1U);
+  RemoveAbandonedFiles(folder.path());
+  EXPECT_EQ(SystemFiles().NamesIn(folder.path()).size(), 1U) << "its process is alive";
+  ASSERT_TRUE(process.Kill());
+  RemoveAbandonedFiles(folder.path());
+  EXPECT_EQ(SystemFiles().NamesIn(folder.path()), std::vector<std::string>());
+}
+
 TEST(ScratchFolder, IsAFolderOfItsOwnRemovedWithAllItHolds) {
   const TempFolder folder;
   const TemporaryFolderIs scope(folder.path());
   {
     const ScratchFolder first, second;
     EXPECT_NE(first.path(), second.path());
-    EXPECT_TRUE(first.path().starts_with(folder / "Tarn"));
-    EXPECT_EQ(RightsOf(first.path()), 0700U);
+    EXPECT_TRUE(Slashes(first.path()).starts_with(folder / "Tarn")) << first.path();
     WriteFile(first.path() + "/~tarn.wts", "text");
     fs::create_directory(first.path() + "/inner");
   }
@@ -113,7 +134,6 @@ TEST(ScratchFolder, IsAFolderOfItsOwnRemovedWithAllItHolds) {
 TEST(ScratchFolder, IsMadeInTheFileLayer) {
   MemoryFiles memory;
   const ScopedFileLayer scope(memory);
-  const TemporaryFolderIs temporary("/tmp");
   {
     const ScratchFolder scratch;
     EXPECT_TRUE(memory.IsDirectory(scratch.path()));
@@ -121,36 +141,28 @@ TEST(ScratchFolder, IsMadeInTheFileLayer) {
     memory.Put(scratch.path() + "/~tarn.wts", "text");
   }
   EXPECT_TRUE(memory.Paths().empty());
-  EXPECT_TRUE(memory.NamesIn("/tmp").empty());
+  EXPECT_TRUE(memory.NamesIn(TemporaryFolder()).empty());
 }
 
 TEST(ScratchFolder, IsTheTemporaryFolderItselfWhenNoneCanBeMade) {
   MemoryFiles memory;
-  memory.Put("/tmp/kept", "text");
+  const std::string kept = JoinPath(TemporaryFolder(), "kept");
+  memory.Put(kept, "text");
   FaultyFiles full(memory);
   full.FailAt(1, FaultyFiles::Fault::kDiskFull, FaultyFiles::Kinds::kAll);
   const ScopedFileLayer scope(full);
-  const TemporaryFolderIs temporary("/tmp");
   {
     const ScratchFolder scratch;
-    EXPECT_EQ(scratch.path(), "/tmp");
+    EXPECT_EQ(scratch.path(), TemporaryFolder());
   }
-  EXPECT_TRUE(memory.Exists("/tmp/kept"));
-}
-
-// The number of a process that has ended.
-std::string EndedProcess() {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(0);
-  EXPECT_EQ(::waitpid(child, nullptr, 0), child);
-  return std::to_string(child);
+  EXPECT_TRUE(memory.Exists(kept));
 }
 
 TEST(AbandonedFiles, AreRemovedWithAllThatTheyHold) {
   const TempFolder folder;
   const std::string report = folder / ("Tarn" + EndedProcess() + "-a0b1z9");
   const std::string scratch = folder / ("Tarn" + EndedProcess() + "-zzzzzz");
-  const std::string earlier = folder / ("Tarn" + std::to_string(::getpid()) + "-abcdef");
+  const std::string earlier = folder / ("Tarn" + ProcessName() + "-abcdef");
   WriteFile(report, "lines");
   WriteFile(earlier, "of a process with the same number");
   fs::create_directory(scratch);
@@ -164,8 +176,8 @@ TEST(AbandonedFiles, AreRemovedWithAllThatTheyHold) {
 TEST(AbandonedFiles, AreNoFilesOfALiveProcessAndNoneOfTheUser) {
   const TempFolder folder;
   const std::string ended = EndedProcess();
-  const std::string parent = std::to_string(::getppid());
-  const std::vector<std::string> kept = {"Tarn" + parent + "-abcdef",   "Tarn" + ended + "-abcde",
+  const std::string live = OtherProcess();
+  const std::vector<std::string> kept = {"Tarn" + live + "-abcdef",     "Tarn" + ended + "-abcde",
                                          "Tarn" + ended + "-abcdefg",   "Tarn" + ended + "-abcdE1",
                                          "Tarn" + ended + "-abc.ef",    "Tarn-abcdef",
                                          "Tarn" + ended + "x-abcdef",   "tarn" + ended + "-abcdef",
@@ -174,18 +186,6 @@ TEST(AbandonedFiles, AreNoFilesOfALiveProcessAndNoneOfTheUser) {
   for (const std::string& name : kept) WriteFile(folder / name, "");
   RemoveAbandonedFiles(folder.path());
   for (const std::string& name : kept) EXPECT_TRUE(fs::exists(folder / name)) << name;
-}
-
-TEST(AbandonedFiles, LeaveWhatALinkPointsTo) {
-  const TempFolder folder;
-  const std::string kept = folder / "kept";
-  fs::create_directory(kept);
-  WriteFile(kept + "/file", "");
-  const std::string link = folder / ("Tarn" + EndedProcess() + "-abcdef");
-  fs::create_directory_symlink(kept, link);
-  RemoveAbandonedFiles(folder.path());
-  EXPECT_FALSE(fs::is_symlink(link));
-  EXPECT_TRUE(fs::exists(kept + "/file"));
 }
 
 }  // namespace

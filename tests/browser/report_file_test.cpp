@@ -3,6 +3,7 @@
 #include "browser/report.h"
 #include "browser/report_test.h"
 #include "support/faulty_files.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -53,7 +54,7 @@ TEST_F(ReportFileTest, IsAFileOfItsOwnWithThePrefixAndGoesWithItsOwner) {
     ASSERT_TRUE(first.Create("/tmp").ok());
     ASSERT_TRUE(second.Create("/tmp").ok());
     first_path = first.path();
-    EXPECT_TRUE(first_path.starts_with("/tmp/Tarn")) << first_path;
+    EXPECT_TRUE(Slashes(first_path).starts_with("/tmp/Tarn")) << first_path;
     EXPECT_NE(first_path, second.path());
     EXPECT_EQ(m_files.Paths().size(), 2U);
   }

@@ -149,11 +149,6 @@ TEST_F(ErrorHistoryTest, CannotBeReadWhenItIsMissing) {
   EXPECT_FALSE(reader.Next(record));
 }
 
-TEST(HistoryReader, ReadsNoDeviceThatGivesBytesWithoutEnd) {
-  HistoryReader reader("/dev/zero");
-  EXPECT_FALSE(reader.IsOpen());
-}
-
 TEST_F(ErrorHistoryTest, IsExportedWithoutTheTestSetsTolerance) {
   ErrorHistory history(kPath);
   ASSERT_TRUE(history.Restart());

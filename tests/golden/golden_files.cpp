@@ -10,6 +10,8 @@
 #include <map>
 #include <sstream>
 
+#include "base/file_layer.h"
+#include "support/line_ends.h"
 #include "support/temp_folder.h"
 
 namespace tarn {
@@ -73,9 +75,10 @@ void Hash::Add(std::span<const float> values) {
 }
 
 void ExpectGoldenFile(const std::string& name, const std::string& bytes) {
-  if (Updating()) return Write(name, bytes);
+  if (Updating()) return Write(name, Plain(bytes, SystemFiles().LineEnd()));
   const std::string golden = ReadFile(GoldenPath(name));
-  EXPECT_TRUE(golden == bytes) << name << " differs in " << FirstDifference(golden, bytes);
+  const std::string now = Plain(bytes, SystemFiles().LineEnd());
+  EXPECT_TRUE(golden == now) << name << " differs in " << FirstDifference(golden, now);
 }
 
 void ExpectGoldenHash(const std::string& name, uint64_t hash) {

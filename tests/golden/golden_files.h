@@ -28,7 +28,8 @@ class Hash {
   uint64_t m_value = 14695981039346656037U;
 };
 
-// The bytes are those of tests/data/golden/NAME; the first line that differs is told.
+// The text is that of tests/data/golden/NAME, where lines end with "\n" whatever the system ends
+// them with; the first line that differs is told.
 void ExpectGoldenFile(const std::string& name, const std::string& bytes);
 // The hash is the one kept under this name.
 void ExpectGoldenHash(const std::string& name, uint64_t hash);

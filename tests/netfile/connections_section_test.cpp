@@ -1,6 +1,7 @@
 #include "netfile/connections_section.h"
 
 #include "netfile_test.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -186,8 +187,8 @@ TEST_F(ConnectionsReader, ReadsLargePendingFiles) {
 }
 
 TEST_F(ConnectionsReader, NamesPendingFilesByTheirLayer) {
-  EXPECT_EQ(ConnectionFilePath("/scratch", 1), "/scratch/~tarn1.cnx");
-  EXPECT_EQ(ConnectionFilePath("/scratch/", 9), "/scratch/~tarn9.cnx");
+  EXPECT_EQ(Slashes(ConnectionFilePath("/scratch", 1)), "/scratch/~tarn1.cnx");
+  EXPECT_EQ(Slashes(ConnectionFilePath("/scratch/", 9)), "/scratch/~tarn9.cnx");
 }
 
 class ConnectionsWriter : public ConnectionsTest {

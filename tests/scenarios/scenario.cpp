@@ -5,11 +5,13 @@
 #include <ios>
 #include <stdexcept>
 
+#include "base/paths.h"
+
 namespace tarn {
 
 std::string WriteScenario(const Scenario& scenario, const std::string& folder) {
   for (const ScenarioFile& file : scenario.files()) {
-    std::ofstream stream(folder + "/" + file.name, std::ios::binary | std::ios::trunc);
+    std::ofstream stream(NativePath(folder + "/" + file.name), std::ios::binary | std::ios::trunc);
     stream << file.text;
     stream.close();
     if (!stream.good()) return {};

@@ -48,7 +48,7 @@ class SetupFiles {
  public:
   std::string Make(std::string_view name, std::string_view text = "1 2 3\n") const {
     const std::string path = Missing(name);
-    std::ofstream(path, std::ios::binary) << text;
+    std::ofstream(NativePath(path), std::ios::binary) << text;
     return path;
   }
   // The path of a file that is not made.

@@ -98,6 +98,11 @@ bool FaultyFiles::RemoveFolder(const std::string& path) {
   return !Strikes(Kinds::kAll, Need::kNothing) && m_under.RemoveFolder(path);
 }
 
+std::string FaultyFiles::MakeTemporary(const std::string& folder, const char* prefix) {
+  const bool strikes = Strikes(Kinds::kMutating, Need::kSpace);
+  return strikes ? std::string() : m_under.MakeTemporary(folder, prefix);
+}
+
 bool FaultyFiles::IsWriteProtected(const std::string& path) {
   return m_under.IsWriteProtected(path);
 }
@@ -120,6 +125,10 @@ std::string FaultyFiles::CurrentDirectory() {
 
 std::vector<std::string> FaultyFiles::NamesIn(const std::string& folder) {
   return m_under.NamesIn(folder);
+}
+
+std::string_view FaultyFiles::LineEnd() const {
+  return m_under.LineEnd();
 }
 
 int64_t ForEveryFault(FaultyFiles& files, FaultyFiles::Fault fault, FaultyFiles::Kinds kinds,

@@ -50,6 +50,7 @@ class FaultyFiles : public FileLayer {
   bool EnterDirectory(const std::string& path) override;
   bool MakeFolder(const std::string& path) override;
   bool RemoveFolder(const std::string& path) override;
+  std::string MakeTemporary(const std::string& folder, const char* prefix) override;
 
   // Questions about paths are answered and never fail.
   bool IsWriteProtected(const std::string& path) override;
@@ -58,6 +59,7 @@ class FaultyFiles : public FileLayer {
   bool IsDirectory(const std::string& path) override;
   std::string CurrentDirectory() override;
   std::vector<std::string> NamesIn(const std::string& folder) override;
+  std::string_view LineEnd() const override;
 
  private:
   // How an operation stands to a disk that is full.

@@ -2,13 +2,40 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+
+#include "base/paths.h"
+#include "support/slashes.h"
 
 namespace tarn {
 namespace {
 
+// The root, and a drive, is in itself.
 std::string FolderOf(const std::string& full_path) {
   const size_t separator = full_path.rfind('/');
   return separator == 0 ? "/" : full_path.substr(0, separator);
+}
+
+constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
+
+// What tells names apart.
+std::string Folded(std::string name) {
+  if (!kWindows) return name;
+  for (char& c : name) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return name;
+}
+
+bool BeginsWith(const std::string& path, const std::string& prefix) {
+  return Folded(path).starts_with(Folded(prefix));
+}
+
+// Windows has "C:" at the beginning of a path.
+bool IsDrive(std::string_view part) {
+  return kWindows && part.size() == 2 && part[1] == ':';
+}
+
+bool StartsAtTheRoot(std::string_view path) {
+  return path.front() == '/' || IsDrive(path.substr(0, 2));
 }
 
 // What the paths of everything in a folder begin with.
@@ -18,20 +45,30 @@ std::string Inside(const std::string& folder) {
 
 }  // namespace
 
+bool MemoryFiles::Before::operator()(const std::string& a, const std::string& b) const {
+  return Folded(a) < Folded(b);
+}
+
 MemoryFiles::MemoryFiles(const std::string& folder) : m_folders{"/", "/tmp"} {
+#ifdef _WIN32
+  AddFolder(PathText(std::filesystem::temp_directory_path()));
+#endif
   AddFolder(folder);
   m_current = Absolute(folder);
 }
 
 std::string MemoryFiles::Absolute(const std::string& path) const {
   if (path.empty() || path.find('\0') != std::string::npos) return {};
-  const std::string given = path.front() == '/' ? path : m_current + "/" + path;
+  const std::string named = Slashes(path);
+  const std::string given = StartsAtTheRoot(named) ? named : m_current + "/" + named;
   std::string full;
   for (size_t begin = 0; begin < given.size();) {
     const size_t end = std::min(given.find('/', begin), given.size());
     const std::string_view part = std::string_view(given).substr(begin, end - begin);
     if (part == "..") {
-      full.resize(full.empty() ? 0 : full.rfind('/'));
+      full.resize(std::min(full.rfind('/'), full.size()));
+    } else if (begin == 0 && IsDrive(part)) {
+      full = part;
     } else if (!part.empty() && part != ".") {
       full.append("/").append(part);
     }
@@ -41,9 +78,8 @@ std::string MemoryFiles::Absolute(const std::string& path) const {
 }
 
 void MemoryFiles::AddFolder(const std::string& path) {
-  for (std::string folder = Absolute(path); folder != "/"; folder = FolderOf(folder)) {
-    m_folders.insert(folder);
-  }
+  std::string folder = Absolute(path);
+  while (m_folders.insert(folder).second) folder = FolderOf(folder);
 }
 
 void MemoryFiles::Put(const std::string& path, std::string_view bytes) {
@@ -92,7 +128,7 @@ MemoryFiles::Bytes MemoryFiles::Create(const std::string& full_path) {
 
 FileLayer::Handle MemoryFiles::Open(const std::string& path, Mode mode) {
   const std::string full = Absolute(path);
-  if (full.empty() || path.back() == '/' || m_folders.count(full) > 0) return kNoFile;
+  if (full.empty() || Slashes(path).back() == '/' || m_folders.count(full) > 0) return kNoFile;
   const auto found = m_files.find(full);
   Bytes bytes = found == m_files.end() ? nullptr : found->second;
   if (bytes != nullptr && mode == Mode::kCreateNew) return kNoFile;
@@ -186,13 +222,13 @@ std::vector<std::string> MemoryFiles::NamesIn(const std::string& folder) {
   const std::string prefix = Inside(Absolute(folder));
   std::vector<std::string> names;
   const auto take = [&](const std::string& path) {
-    if (path.size() > prefix.size() && path.starts_with(prefix) &&
+    if (path.size() > prefix.size() && BeginsWith(path, prefix) &&
         path.find('/', prefix.size()) == std::string::npos) {
       names.push_back(path.substr(prefix.size()));
     }
   };
   for (auto it = m_files.lower_bound(prefix); it != m_files.end(); ++it) {
-    if (!it->first.starts_with(prefix)) break;
+    if (!BeginsWith(it->first, prefix)) break;
     take(it->first);
   }
   for (const std::string& path : m_folders) take(path);
@@ -209,8 +245,8 @@ bool MemoryFiles::RemoveFolder(const std::string& path) {
   const std::string full = Absolute(path);
   if (m_folders.erase(full) == 0) return false;
   const std::string prefix = Inside(full);
-  std::erase_if(m_files, [&](const auto& file) { return file.first.starts_with(prefix); });
-  std::erase_if(m_folders, [&](const std::string& folder) { return folder.starts_with(prefix); });
+  std::erase_if(m_files, [&](const auto& file) { return BeginsWith(file.first, prefix); });
+  std::erase_if(m_folders, [&](const std::string& folder) { return BeginsWith(folder, prefix); });
   return true;
 }
 

@@ -14,7 +14,8 @@ namespace tarn {
 
 // Files that exist in memory only. Behaves as a disk does: a handle keeps its file whatever
 // becomes of the name, and a file can be made only in a folder that exists. There are no
-// links, no devices and no access rights. "/" and "/tmp" exist from the start.
+// links, no devices and no access rights. "/" and "/tmp" exist from the start, and so does the
+// temporary folder that Windows names. Paths are told with "/" everywhere.
 class MemoryFiles : public FileLayer {
  public:
   // `folder` is made and is the current directory.
@@ -30,6 +31,8 @@ class MemoryFiles : public FileLayer {
   // Handles that were opened and not closed.
   int OpenHandles() const;
   void AddFolder(const std::string& path);
+  // Text files are to have this line end from now on.
+  void EndLinesWith(std::string_view line_end) { m_line_end = line_end; }
 
   Handle Open(const std::string& path, Mode mode) override;
   int64_t Read(Handle file, void* data, size_t size) override;
@@ -54,9 +57,15 @@ class MemoryFiles : public FileLayer {
   std::vector<std::string> NamesIn(const std::string& folder) override;
   bool MakeFolder(const std::string& path) override;
   bool RemoveFolder(const std::string& path) override;
+  std::string_view LineEnd() const override { return m_line_end; }
 
  private:
   using Bytes = std::shared_ptr<std::string>;
+
+  // By the rules of the system: Windows does not tell cases apart.
+  struct Before {
+    bool operator()(const std::string& a, const std::string& b) const;
+  };
 
   struct OpenFile {
     Bytes bytes;  // empty when the handle is free
@@ -73,9 +82,10 @@ class MemoryFiles : public FileLayer {
   Handle Keep(OpenFile opened);
   Bytes Create(const std::string& full_path);
 
-  std::map<std::string, Bytes> m_files;
-  std::set<std::string> m_folders;
+  std::map<std::string, Bytes, Before> m_files;
+  std::set<std::string, Before> m_folders;
   std::string m_current = "/";
+  std::string m_line_end = "\n";
   std::vector<OpenFile> m_open;
 };
 

@@ -4,10 +4,14 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <stdlib.h>
+#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+#include "base/file_layer.h"
+#include "base/paths.h"
+#include "support/slashes.h"
 
 namespace tarn {
 
@@ -16,27 +20,30 @@ namespace tarn {
 class TempFolder {
  public:
   TempFolder() : m_before(std::filesystem::current_path()) {
-    std::string pattern =
-        (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "tarn-test-XXXXXX")
-            .string();
-    const char* made = ::mkdtemp(pattern.data());
-    EXPECT_NE(made, nullptr) << pattern;
-    m_path = pattern;
+    const std::filesystem::path parent =
+        std::filesystem::canonical(std::filesystem::temp_directory_path());
+    std::random_device random;
+    do {
+      m_path = Slashes(PathText(parent / ("tarn-test-" + std::to_string(random()))));
+    } while (!std::filesystem::create_directory(NativePath(m_path)));
+    std::filesystem::permissions(NativePath(m_path), std::filesystem::perms::owner_all);
   }
   ~TempFolder() {
     std::error_code error;
     std::filesystem::current_path(m_before, error);
-    std::filesystem::remove_all(m_path, error);
+    // The standard library removes nothing whose path is long on Windows.
+    SystemFiles().RemoveFolder(m_path);
   }
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
-  // Absolute, without symbolic links and without a separator at its end.
+  // Absolute, with "/" between its folders, without symbolic links and without a separator at its
+  // end.
   const std::string& path() const { return m_path; }
   // The path of a name in the folder.
   std::string operator/(std::string_view name) const { return m_path + "/" + std::string(name); }
   // Makes the folder the current directory.
-  void Enter() const { std::filesystem::current_path(m_path); }
+  void Enter() const { std::filesystem::current_path(NativePath(m_path)); }
 
  private:
   std::filesystem::path m_before;
@@ -45,14 +52,14 @@ class TempFolder {
 
 // The bytes of a file on the disk; a failed expectation when there is none.
 inline std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(NativePath(path), std::ios::binary);
   EXPECT_TRUE(file.is_open()) << path;
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 // Makes a file on the disk hold exactly these bytes.
 inline void WriteFile(const std::string& path, std::string_view bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  std::ofstream file(NativePath(path), std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
   EXPECT_TRUE(file.good()) << path;

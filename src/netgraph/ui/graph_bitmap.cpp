@@ -53,7 +53,7 @@ Status SavePng(const Graph& graph, const GraphView& view, const Size& size,
     return Status::Failure(kGraphNotSaved);
   }
   const wxStreamBuffer& written = *file.GetOutputStreamBuffer();
-  return SaveGraphFile(
+  return SaveGraphBytes(
       {static_cast<const char*>(written.GetBufferStart()), static_cast<size_t>(file.GetLength())},
       path);
 }

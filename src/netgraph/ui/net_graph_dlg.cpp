@@ -149,7 +149,7 @@ void NetGraphDlg::SaveBitmap() {
   const wxBitmap picture = m_panel->Picture();
   if (!picture.IsOk()) return TellFailure(Status::Failure(kGraphNotSaved));
   TellFailure(WhileBusy(m_dialogs, [&] {
-    return SaveGraphFile(BitmapFile(RasterOf(picture), m_colour_depth()), *path);
+    return SaveGraphBytes(BitmapFile(RasterOf(picture), m_colour_depth()), *path);
   }));
 }
 

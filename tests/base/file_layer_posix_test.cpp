@@ -1,0 +1,68 @@
+// What the file layer of POSIX systems has besides: pipes, devices, symbolic links, access rights.
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+
+#include "base/file_layer.h"
+#include "support/temp_folder.h"
+
+namespace tarn {
+namespace {
+
+using Handle = FileLayer::Handle;
+using Mode = FileLayer::Mode;
+constexpr Handle kNoFile = FileLayer::kNoFile;
+
+TEST(SystemFiles, KnowWhatCannotBeReplaced) {
+  EXPECT_TRUE(SystemFiles().IsSpecial("/dev/null"));
+  const TempFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("pipe", folder / "link");
+  EXPECT_TRUE(SystemFiles().IsSpecial(folder / "pipe"));
+  EXPECT_TRUE(SystemFiles().IsSpecial(folder / "link"));
+}
+
+TEST(SystemFiles, SyncAPipeWithoutComplaint) {
+  const TempFolder folder;
+  const FileLayer::Handle null = SystemFiles().Open("/dev/null", Mode::kCreate);
+  ASSERT_NE(null, kNoFile);
+  EXPECT_TRUE(SystemFiles().Sync(null));
+  EXPECT_TRUE(SystemFiles().Close(null));
+}
+
+TEST(SystemFiles, ResolveLinksOfFoldersAndFiles) {
+  const TempFolder folder;
+  folder.Enter();
+  std::filesystem::create_directory("real");
+  std::filesystem::create_directory_symlink("real", folder / "linked");
+  std::filesystem::create_symlink("../real/b", folder / "real/a");
+  EXPECT_EQ(SystemFiles().ResolveLinks("linked/c"), folder / "real/c");
+  EXPECT_EQ(SystemFiles().ResolveLinks("linked/a"), folder / "real/b");
+  EXPECT_EQ(SystemFiles().ResolveLinks("missing/a"), "missing/a");
+  std::filesystem::create_symlink("circle", "circle");
+  EXPECT_EQ(SystemFiles().ResolveLinks("circle"), "");
+}
+
+TEST(SystemFiles, LetNobodyElseIntoFilesAndFoldersMadeForTheUserAlone) {
+  const TempFolder folder;
+  ASSERT_TRUE(SystemFiles().MakeFolder(folder / "made"));
+  const Handle file = SystemFiles().Open(folder / "new", Mode::kCreateNew);
+  EXPECT_TRUE(SystemFiles().Close(file));
+  struct stat info {};
+  ASSERT_EQ(::stat((folder / "made").c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0700U);
+  ASSERT_EQ(::stat((folder / "new").c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0600U);
+}
+
+TEST(SystemFiles, CreateNoNewFileThroughALink) {
+  const TempFolder folder;
+  std::filesystem::create_symlink("target", folder / "link");
+  EXPECT_EQ(SystemFiles().Open(folder / "link", Mode::kCreateNew), kNoFile);
+  EXPECT_FALSE(std::filesystem::exists(folder / "target"));
+}
+
+}  // namespace
+}  // namespace tarn

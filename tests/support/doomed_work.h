@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "engine/network.h"
+
+// What a process is killed in the middle of. No test framework in here.
+
+namespace tarn {
+
+inline constexpr std::string_view kWait = "wait";
+// Text file "a.net": DoomedText(1) and DoomedText(2) in turn.
+inline constexpr std::string_view kSaveTexts = "save-texts";
+// Network file "a.net": DoomedNetwork(1) and DoomedNetwork(2) in turn.
+inline constexpr std::string_view kSaveNetworks = "save-networks";
+// DoomedNetwork(3) into the store "store", with the iterations 1001, 1002, ...
+inline constexpr std::string_view kStoreSnapshots = "store-snapshots";
+// A TempFile.
+inline constexpr std::string_view kKeepTemporary = "keep-temporary";
+
+// What it takes to do such work in the current directory is got ready; it is done each time that
+// the result is called, false when it fails. Empty for a name that is none of these.
+std::function<bool()> DoomedWork(std::string_view name);
+
+std::string DoomedText(int which);
+Network DoomedNetwork(int which);
+
+}  // namespace tarn
