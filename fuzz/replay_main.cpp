@@ -29,7 +29,7 @@ bool Replay(const std::filesystem::path& path) {
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file),
                                 std::istreambuf_iterator<char>()};
   if (!file.is_open() || file.bad()) return false;
-  std::printf("%s\n", path.c_str());
+  std::printf("%s\n", path.string().c_str());
   std::fflush(stdout);
   LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
   return true;
@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     }
     for (const auto& path : files) {
       if (Replay(path)) continue;
-      std::fprintf(stderr, "%s: cannot be read\n", path.c_str());
+      std::fprintf(stderr, "%s: cannot be read\n", path.string().c_str());
       return 1;
     }
   }

@@ -74,7 +74,7 @@ class FilesWithTemporaries : public MemoryFiles {
  public:
   std::string MakeTemporary(const std::string& folder, const char* prefix) override {
     if (!IsDirectory(folder)) return {};
-    const std::string path = folder + "/" + std::string(prefix).substr(0, 3) + "1.tmp";
+    std::string path = folder + "/" + std::string(prefix).substr(0, 3) + "1.tmp";
     Put(path, "");
     return path;
   }
