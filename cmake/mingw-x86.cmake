@@ -8,3 +8,6 @@ include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)
 # system calls back with a stack that is not aligned as vectors need it.
 string(APPEND CMAKE_C_FLAGS_INIT " -msse2 -mfpmath=sse -mstackrealign")
 string(APPEND CMAKE_CXX_FLAGS_INIT " -msse2 -mfpmath=sse -mstackrealign")
+
+# 4 GB instead of 2 where the system has 64 bits.
+string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -Wl,--large-address-aware")

@@ -54,8 +54,13 @@ FunctionEnd
 
 Section "Tarn" SectionProgram
   SectionIn RO
+  ; A folder that holds other things stays theirs.
+  ${If} ${FileExists} "$INSTDIR\*.*"
+  ${AndIfNot} ${FileExists} "$INSTDIR\uninstall.exe"
+    StrCpy $INSTDIR "$INSTDIR\Tarn"
+  ${EndIf}
   SetOutPath "$INSTDIR"
-  ${If} ${RunningX64}
+  ${If} ${IsNativeAMD64}
     File "${STAGE}\x64\tarn.exe"
     File "${STAGE}\x64\tarn-cli.exe"
   ${Else}
@@ -119,6 +124,10 @@ SectionEnd
 ; Only what was installed goes; whatever else stands in the folder stays.
 Section "Uninstall"
   Delete "$INSTDIR\tarn.exe"
+  ${If} ${FileExists} "$INSTDIR\tarn.exe"
+    MessageBox MB_OK|MB_ICONEXCLAMATION "Tarn is running. Close it, then remove it again." /SD IDOK
+    Abort
+  ${EndIf}
   Delete "$INSTDIR\tarn-cli.exe"
   !include "${REMOVALS}"
   Delete "$INSTDIR\uninstall.exe"

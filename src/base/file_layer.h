@@ -20,7 +20,7 @@ class FileLayer {
   enum class Mode {
     kRead,
     kCreate,     // truncates an existing file
-    kCreateNew,  // fails when the file exists; readable and writable by the user only
+    kCreateNew,  // fails when the file exists; for the user only where files have modes
     kAppend,     // creates a missing file
   };
 
@@ -61,7 +61,8 @@ class FileLayer {
   virtual std::string CurrentDirectory() = 0;
   // The names in a folder, in no order; none when it cannot be listed.
   virtual std::vector<std::string> NamesIn(const std::string& folder) = 0;
-  // Makes a folder that the user alone can enter; false when the name is taken.
+  // Makes a folder, that the user alone can enter where folders have modes; false when the name is
+  // taken.
   virtual bool MakeFolder(const std::string& path) = 0;
   // Removes a folder with all that it holds.
   virtual bool RemoveFolder(const std::string& path) = 0;

@@ -1,7 +1,4 @@
-#include <aclapi.h>
 #include <algorithm>
-#include <cstddef>
-#include <cstring>
 #include <fcntl.h>
 #include <io.h>
 #include <map>
@@ -9,6 +6,7 @@
 #include <windows.h>
 
 #include "base/file_layer.h"
+#include "base/replace_file_windows.h"
 #include "base/wide_text.h"
 
 namespace tarn {
@@ -82,65 +80,6 @@ HANDLE OpenShared(const std::wstring& name, DWORD access, DWORD disposition, DWO
   return ::CreateFileW(name.c_str(), access, kShared, nullptr, disposition, flags, nullptr);
 }
 
-// FILE_RENAME_INFO and FileRenameInfoEx of the system, which the headers of older compilers lack.
-struct RenameInfo {
-  DWORD flags;
-  HANDLE root;
-  DWORD name_size;  // bytes
-  wchar_t name[1];
-};
-constexpr auto kRenameInfo = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
-constexpr DWORD kReplaceIfExists = 1;
-constexpr DWORD kPosixSemantics = 2;
-
-// In one step, whoever has `to` open. Windows before 10 and disks of other systems cannot do it.
-bool RenameInOneStep(const std::wstring& from, const std::wstring& to) {
-  const HANDLE file = OpenShared(from, DELETE, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT);
-  if (file == INVALID_HANDLE_VALUE) return false;
-  const size_t name_size = to.size() * sizeof(wchar_t);
-  const RenameInfo info{
-      kReplaceIfExists | kPosixSemantics, nullptr, static_cast<DWORD>(name_size), {}};
-  std::string buffer(sizeof(info) + name_size, '\0');
-  std::memcpy(buffer.data(), &info, sizeof(info));
-  std::memcpy(buffer.data() + offsetof(RenameInfo, name), to.data(), name_size);
-  const bool renamed = ::SetFileInformationByHandle(file, kRenameInfo, buffer.data(),
-                                                    static_cast<DWORD>(buffer.size()));
-  ::CloseHandle(file);
-  return renamed;
-}
-
-// Where a file that others have open cannot be replaced, it can still go aside. It goes there under
-// a name that nobody clears away: should the process end in between, it is the only one.
-bool RenameInTwoSteps(const std::wstring& from, const std::wstring& to) {
-  const std::wstring aside = from + L".old";
-  if (!::MoveFileExW(to.c_str(), aside.c_str(), 0)) return false;
-  if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH)) {
-    ::DeleteFileW(aside.c_str());
-    return true;
-  }
-  ::MoveFileExW(aside.c_str(), to.c_str(), 0);
-  return false;
-}
-
-// Not every disk knows rights.
-void CopyRights(std::wstring from, std::wstring to) {
-  PACL rights = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  if (::GetNamedSecurityInfoW(from.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                              nullptr, &rights, nullptr, &descriptor) != ERROR_SUCCESS) {
-    return;
-  }
-  SECURITY_DESCRIPTOR_CONTROL control = 0;
-  DWORD revision = 0;
-  ::GetSecurityDescriptorControl(descriptor, &control, &revision);
-  const SECURITY_INFORMATION inheritance = (control & SE_DACL_PROTECTED) != 0
-                                               ? PROTECTED_DACL_SECURITY_INFORMATION
-                                               : UNPROTECTED_DACL_SECURITY_INFORMATION;
-  ::SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance,
-                          nullptr, nullptr, rights, nullptr);
-  ::LocalFree(descriptor);
-}
-
 // One call takes 2 GB at most.
 unsigned int Part(size_t size) {
   return static_cast<unsigned int>(std::min(size, size_t{1} << 30));
@@ -181,16 +120,12 @@ class WindowsFiles : public FileLayer {
 
   bool Close(Handle file) override { return ::_close(file) == 0; }
 
-  // Not by ReplaceFile, which takes two steps always: between them there is no file.
   bool Rename(const std::string& from, const std::string& to) override {
     const std::wstring source = Name(from);
     const std::wstring target = Name(to);
     if (source.empty() || target.empty() || !Exists(from)) return false;
     if (HasAttribute(target, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) return false;
-    return RenameInOneStep(source, target) ||
-           ::MoveFileExW(source.c_str(), target.c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) ||
-           RenameInTwoSteps(source, target);
+    return ReplaceWholeFile(source, target);
   }
 
   bool Remove(const std::string& path) override {
@@ -228,8 +163,11 @@ class WindowsFiles : public FileLayer {
     if (!HasAttribute(name, FILE_ATTRIBUTE_REPARSE_POINT)) return Narrow(WholePath(name));
     const HANDLE file = OpenShared(name, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     if (file == INVALID_HANDLE_VALUE) {
-      return ::GetLastError() == ERROR_CANT_RESOLVE_FILENAME ? std::string()
-                                                             : Narrow(WholePath(name));
+      // A link to what is not there cannot be followed; it would be replaced itself.
+      const DWORD error = ::GetLastError();
+      const bool leads_nowhere = error == ERROR_CANT_RESOLVE_FILENAME ||
+                                 error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+      return leads_nowhere ? std::string() : Narrow(WholePath(name));
     }
     std::wstring target(32768, L'\0');
     target.resize(::GetFinalPathNameByHandleW(

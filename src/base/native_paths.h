@@ -14,6 +14,8 @@ std::string_view PathSeparators();
 bool NamesDrive(std::string_view path);
 // "\\server\share" and its like, which the standard library takes for a path in the current drive.
 bool NamesServer(std::string_view path);
+// A path in the current folder of the drive that it names, as "D:a.net", in full.
+std::string FromItsDrive(const std::string& path);
 // The folder that the system names for temporary files, or ought to have.
 std::string NamedTemporaryFolder();
 

@@ -18,6 +18,10 @@ bool NamesServer(std::string_view) {
   return false;
 }
 
+std::string FromItsDrive(const std::string& path) {
+  return path;
+}
+
 std::string NamedTemporaryFolder() {
   const char* named = std::getenv("TMPDIR");
   if (named != nullptr && *named != '\0' && Files().IsDirectory(named)) return FullPath(named);

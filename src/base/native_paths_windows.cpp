@@ -19,6 +19,14 @@ bool NamesServer(std::string_view path) {
   return path.size() > 2 && separates(path[0]) && separates(path[1]);
 }
 
+std::string FromItsDrive(const std::string& path) {
+  const std::wstring wide = Widen(path);
+  std::wstring whole(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+  whole.resize(
+      ::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+  return whole.empty() ? path : Narrow(whole);
+}
+
 std::string NamedTemporaryFolder() {
   wchar_t folder[MAX_PATH + 1] = L"";
   const DWORD length = ::GetTempPathW(MAX_PATH + 1, folder);

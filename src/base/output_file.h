@@ -11,7 +11,8 @@ namespace tarn {
 
 // A file being written, of which nobody ever finds half: the old content stays until Commit
 // has brought the new one to the disk, and comes back when anything fails or Commit is never
-// called. In texts every "\n" is stored as the line end of the file layer; bytes stay as they are.
+// called. In texts, which hold no "\r", every "\n" is stored as the line end of the file layer;
+// bytes stay as they are.
 class OutputFile {
  public:
   enum class Content { kText, kBytes };

@@ -35,6 +35,8 @@ std::string FullPath(const std::string& path) {
   const std::string current = Files().CurrentDirectory();
   if (current.empty()) return path;
   const std::filesystem::path whole = NativePath(current) / given;
+  // In the current folder of another drive.
+  if (NamesDrive(path.substr(0, 2)) && !whole.is_absolute()) return FromItsDrive(path);
   const std::string normal = PathText(whole.lexically_normal());
   return NamesServer(PathText(whole)) ? PathSeparators().front() + normal : normal;
 }

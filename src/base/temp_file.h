@@ -5,8 +5,9 @@
 namespace tarn {
 
 // A temporary file of the program's own: a fresh, empty file with the prefix "Tarn" in a folder,
-// readable by the user alone, removed with the object. Windows takes three letters of the prefix,
-// and removes the file by itself when the program is killed.
+// readable by the user alone where files have modes, removed with the object. Windows takes three
+// letters of the prefix, and removes the file by itself when the program is killed; what a power
+// cut leaves there cannot be told from files of others and stays.
 class TempFile {
  public:
   TempFile() = default;

@@ -3,9 +3,11 @@
 #include <vector>
 #include <windows.h>
 
+#include "base/file_layer.h"
 #include "base/wide_text.h"
 #include "cli/console.h"
 #include "cli/interrupt.h"
+#include "cli/terminal.h"
 
 namespace tarn {
 namespace {
@@ -16,7 +18,7 @@ std::atomic<int> interrupts = 0;
 // The system calls the handler on a thread of its own: it waits while interrupts are held back.
 std::mutex holding;
 std::mutex changing_paths;
-std::vector<std::wstring> paths;
+std::vector<std::string> paths;
 
 BOOL WINAPI TakeInterrupt(DWORD event) {
   if (noting && interrupts.exchange(1) == 0) {
@@ -26,9 +28,10 @@ BOOL WINAPI TakeInterrupt(DWORD event) {
     return TRUE;
   }
   const std::scoped_lock lock(holding, changing_paths);
-  for (const std::wstring& path : paths) {
-    if (!::DeleteFileW(path.c_str())) ::RemoveDirectoryW(path.c_str());
+  for (const std::string& path : paths) {
+    if (!SystemFiles().Remove(path)) ::RemoveDirectoryW(Widen(path).c_str());
   }
+  TerminalTexts::Restore();
   ::TerminateProcess(::GetCurrentProcess(), kInterrupted);
   return TRUE;
 }
@@ -49,7 +52,7 @@ HoldInterrupts::~HoldInterrupts() {
 
 void RemoveWhenInterrupted(const std::string& path) {
   const std::lock_guard lock(changing_paths);
-  if (!path.empty()) paths.push_back(Widen(path));
+  if (!path.empty()) paths.push_back(path);
 }
 
 void CatchInterrupts() {

@@ -12,12 +12,12 @@ std::vector<std::string> CommandLineWords(int argc, char** argv);
 class TerminalTexts {
  public:
   TerminalTexts();
-  ~TerminalTexts();
+  ~TerminalTexts() { Restore(); }
   TerminalTexts(const TerminalTexts&) = delete;
   TerminalTexts& operator=(const TerminalTexts&) = delete;
 
- private:
-  unsigned m_before = 0;
+  // Before its end, where the program ends otherwise.
+  static void Restore();
 };
 
 // Whether stderr is a terminal on which a line can be drawn over again.

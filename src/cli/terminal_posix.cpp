@@ -9,7 +9,7 @@ std::vector<std::string> CommandLineWords(int argc, char** argv) {
 }
 
 TerminalTexts::TerminalTexts() = default;
-TerminalTexts::~TerminalTexts() = default;
+void TerminalTexts::Restore() {}
 
 bool CanRedrawErrors() {
   return ::isatty(STDERR_FILENO) == 1;

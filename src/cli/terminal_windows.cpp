@@ -4,6 +4,11 @@
 #include "cli/terminal.h"
 
 namespace tarn {
+namespace {
+
+UINT code_page_before = 0;  // none without a console
+
+}  // namespace
 
 std::vector<std::string> CommandLineWords(int, char**) {
   // The words of main have the system's code page, which is not UTF-8 before Windows 10.
@@ -15,12 +20,13 @@ std::vector<std::string> CommandLineWords(int, char**) {
   return words;
 }
 
-TerminalTexts::TerminalTexts() : m_before(::GetConsoleOutputCP()) {
-  if (m_before != 0) ::SetConsoleOutputCP(CP_UTF8);
+TerminalTexts::TerminalTexts() {
+  code_page_before = ::GetConsoleOutputCP();
+  if (code_page_before != 0) ::SetConsoleOutputCP(CP_UTF8);
 }
 
-TerminalTexts::~TerminalTexts() {
-  if (m_before != 0) ::SetConsoleOutputCP(m_before);
+void TerminalTexts::Restore() {
+  if (code_page_before != 0) ::SetConsoleOutputCP(code_page_before);
 }
 
 bool CanRedrawErrors() {

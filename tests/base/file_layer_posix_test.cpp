@@ -32,6 +32,20 @@ TEST(SystemFiles, SyncAPipeWithoutComplaint) {
   EXPECT_TRUE(SystemFiles().Close(null));
 }
 
+TEST(SystemFiles, KeepAnOpenFileThatAnotherIsRenamedOver) {
+  const TempFolder folder;
+  WriteFile(folder / "a", "new");
+  WriteFile(folder / "b", "old");
+  const Handle old = SystemFiles().Open(folder / "b", Mode::kRead);
+  ASSERT_NE(old, kNoFile);
+  EXPECT_TRUE(SystemFiles().Rename(folder / "a", folder / "b"));
+  std::string content(3, ' ');
+  EXPECT_EQ(SystemFiles().Read(old, content.data(), content.size()), 3);
+  EXPECT_EQ(content, "old");
+  EXPECT_TRUE(SystemFiles().Close(old));
+  EXPECT_EQ(ReadFile(folder / "b"), "new");
+}
+
 TEST(SystemFiles, ResolveLinksOfFoldersAndFiles) {
   const TempFolder folder;
   folder.Enter();

@@ -47,6 +47,8 @@ TEST(FullPath, HasTheDriveOfTheCurrentDirectory) {
   EXPECT_EQ(FullPath("\\a.net"), "D:\\a.net");
   EXPECT_EQ(FullPath("/other/a.net"), "D:\\other\\a.net");
   EXPECT_EQ(FullPath("D:a.net"), "D:\\nets\\a.net");
+  // Of another drive the system knows the folder: its root at first.
+  EXPECT_EQ(FullPath("Q:a.net"), "Q:\\a.net");
 }
 
 TEST(FullPath, IsThePathItselfWhenItHasADriveOrAServer) {
