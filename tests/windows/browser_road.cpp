@@ -5,6 +5,7 @@
 #include "windows/files.h"
 #include "windows/picture.h"
 #include "windows/place.h"
+#include "windows/printing.h"
 #include "windows/roads.h"
 #include "windows/steps.h"
 #include "windows/studies.h"
@@ -42,9 +43,7 @@ void BrowserRoad(Driver& driver) {
   const Place browser(driver, menu.Opens(133, "Info Browser - Network Information"), "INFO_MENU");
   SaveReport(browser);
   CopyReport(browser);
-  browser.Shows(152);
-  browser.Shows(151);
-  browser.Shows(137);
+  LookAtPrinting(browser, "Tarn Error");
   browser.Helps(24341);
   browser.Closes(143);
   menu.Ends(130);

@@ -24,13 +24,20 @@ Place OpenTransfer(const Place& design, int button) {
   return {design.driver(), design.Opens(button, kTransferCaption), "TRANSFER_DLG"};
 }
 
-// Four numbers of hidden nodes and more.
+// Of hidden layers 2 to 8.
+constexpr int kFirstNodes = 104;
+constexpr int kLastNodes = 110;
+
+std::string NodesIn(int edit) {
+  return std::to_string(edit - 102);
+}
+
 void FillDesign(const Place& design) {
   design.Type(148, "Driven");
   design.Type(101, "10");
   design.Type(102, "4");
   design.Type(103, "8");
-  for (int edit = 104; edit <= 110; ++edit) design.Type(edit, "2");
+  for (int edit = kFirstNodes; edit <= kLastNodes; ++edit) design.Type(edit, NodesIn(edit));
   design.Type(111, "3");
 }
 
@@ -88,27 +95,57 @@ void WalkView(const Place& design) {
   view.Closes(101);
 }
 
-}  // namespace
-
-void WalkDesign(Driver& driver, const Window& window) {
-  const Place setup(driver, window, "TSETUP_DLG");
+// All the layers that there can be.
+void KeepDesign(const Place& setup) {
+  Driver& driver = setup.driver();
   const Place design(driver, setup.Opens(101, kDesignCaption), "NDESIGN_DLG");
   FillDesign(design);
   WalkTransfer(design);
   WalkConnections(design);
   WalkView(design);
   design.Helps(kHelp);
+  design.Closes(IDOK);
+  const Place again(driver, setup.Opens(101, kDesignCaption), "NDESIGN_DLG");
+  driver.Expect(again.Read(148) == "Driven" && again.Read(101) == "10" && again.Read(102) == "4" &&
+                    again.Read(103) == "8" && again.Read(111) == "3",
+                "the design is kept");
+  for (int edit = kFirstNodes; edit <= kLastNodes; ++edit) {
+    driver.Expect(again.Read(edit) == NodesIn(edit), fmt::format("the nodes of {} are kept", edit));
+  }
+  again.Closes(IDCANCEL);
+}
+
+// A design that the training data fit.
+void MakeItSmall(const Place& setup) {
+  Driver& driver = setup.driver();
+  const Place design(driver, setup.Opens(101, kDesignCaption), "NDESIGN_DLG");
   design.Type(101, "2");
   design.Tells(IDOK, kDesignError, "Set number of network layers between 3 and 10");
   design.Type(101, "3");
   design.Tells(kConnectionsButtons[4], "Error", "Insufficient layers for this option");
   design.Closes(IDOK);
+}
+
+void CancelDesign(const Place& setup) {
+  Driver& driver = setup.driver();
   const Place other(driver, setup.Opens(101, kDesignCaption), "NDESIGN_DLG");
   other.Type(148, "Other");
   other.Closes(IDCANCEL);
   const Place again(driver, setup.Opens(101, kDesignCaption), "NDESIGN_DLG");
   driver.Expect(again.Read(148) == "Driven" && again.Read(101) == "3", "the design is kept");
+  for (int edit = kFirstNodes; edit <= kLastNodes; ++edit) {
+    driver.Expect(again.Read(edit).empty(), fmt::format("no layer is left for {}", edit));
+  }
   again.Closes(IDOK);
+}
+
+}  // namespace
+
+void WalkDesign(Driver& driver, const Window& window) {
+  const Place setup(driver, window, "TSETUP_DLG");
+  KeepDesign(setup);
+  MakeItSmall(setup);
+  CancelDesign(setup);
 }
 
 }  // namespace tarn

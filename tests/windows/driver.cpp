@@ -14,7 +14,7 @@ namespace {
 
 constexpr DWORD kStepMs = 20;
 constexpr ULONGLONG kPatienceMs = 20'000;
-constexpr ULONGLONG kLongestRunMs = 330'000;
+constexpr ULONGLONG kLongestRoadMs = 120'000;
 
 // The program has it from this one.
 constexpr const wchar_t* kTemporaryFolder = L"TMP";
@@ -43,6 +43,7 @@ std::string Driver::Path(std::string_view name) const {
 }
 
 Window Driver::Start() {
+  m_start_ms = ::GetTickCount64();
   m_known.clear();
   RemoveFile(Path("tarn.cfg"));
   m_program.emplace(m_surroundings.program, m_surroundings.folder);
@@ -58,7 +59,7 @@ void Driver::AwaitEndOfProgram() {
 }
 
 bool Driver::Until(const std::function<bool()>& holds) const {
-  const ULONGLONG end = std::min(::GetTickCount64() + kPatienceMs, m_start_ms + kLongestRunMs);
+  const ULONGLONG end = std::min(::GetTickCount64() + kPatienceMs, m_start_ms + kLongestRoadMs);
   while (!holds()) {
     if (::GetTickCount64() > end) return false;
     ::Sleep(kStepMs);

@@ -38,7 +38,7 @@ class Driver {
   std::string Path(std::string_view name) const;
 
   // Looks again and again until the condition holds; false when it does not come to that in time,
-  // which is soon when the whole run has taken too long.
+  // which is soon when the road has taken too long.
   bool Until(const std::function<bool()>& holds) const;
   // The window of this caption that has come since. Throws Lost.
   Window Await(std::string_view caption);
@@ -61,7 +61,7 @@ class Driver {
 
   Log& m_log;
   Surroundings m_surroundings;
-  ULONGLONG m_start_ms = ::GetTickCount64();
+  ULONGLONG m_start_ms = 0;  // of the program, and so of the road
   std::optional<Program> m_program;
   Window m_frame;
   std::vector<Window> m_known;

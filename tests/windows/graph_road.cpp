@@ -7,6 +7,7 @@
 #include "windows/files.h"
 #include "windows/picture.h"
 #include "windows/place.h"
+#include "windows/printing.h"
 #include "windows/roads.h"
 #include "windows/steps.h"
 #include "windows/studies.h"
@@ -132,9 +133,7 @@ void GraphRoad(Driver& driver) {
   SaveBitmapFile(graph);
   Export(graph);
   Copy(graph);
-  graph.Shows(152);
-  graph.Shows(151);
-  graph.Shows(137);
+  LookAtPrinting(graph, "NetGraph Error");
   graph.Helps(24341);
   graph.Closes(143);
   menu.Tells(130, "Network File Not Saved!", "Save Network File?", IDNO);

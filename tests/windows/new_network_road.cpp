@@ -52,11 +52,9 @@ void ChooseData(const Place& data) {
   const std::string path = driver.Path("iris.txt");
   ChooseNothing(data, 101, "Select Input Node Data");
   Choose(data, 101, "Select Input Node Data", path);
-  driver.ExpectSoon("the input file is shown",
-                    [&] { return data.Read(113) == "Input Node Data File: " + path; });
+  data.Shows(113, "Input Node Data File: " + path);
   Choose(data, 102, "Select Target Data", path);
-  driver.ExpectSoon("the target file is shown",
-                    [&] { return data.Read(114) == "Target Data File: " + path; });
+  data.Shows(114, "Target Data File: " + path);
 }
 
 void WalkData(const Place& setup) {

@@ -5,7 +5,9 @@
 
 #include "base/wide_text.h"
 #include "windows/boxes.h"
+#include "windows/controls.h"
 #include "windows/files.h"
+#include "windows/picture.h"
 
 namespace tarn {
 
@@ -13,9 +15,13 @@ Place::Place(Driver& driver, const Window& window, std::string_view table)
     : m_driver(driver), m_window(window), m_caption(window.Caption()), m_table(TableOf(table)) {}
 
 Window Place::Control(int id) const {
+  const Kind kind = EntryOf(m_table, id).kind;
   Window control;
-  m_driver.Until([&] { return (control = m_window.Child(id)).Exists(); });
-  if (!control.Exists()) throw Lost(fmt::format("no control {} in {}", id, m_table.name));
+  const bool found = m_driver.Until([&] {
+    control = m_window.Child(id, [kind](const Window& child) { return IsOfKind(child, kind); });
+    return control.Exists();
+  });
+  if (!found) throw Lost(fmt::format("no {} {} in {}", NameOf(kind), id, m_table.name));
   m_driver.log().CountFound(m_table, id);
   return control;
 }
@@ -33,17 +39,37 @@ void Place::Count(int id, std::string_view effect) const {
   }
 }
 
-std::string Place::Read(int id) const {
-  const Entry& entry = EntryOf(m_table, id);
+std::string Place::ValueOf(int id) const {
   const Window control = Control(id);
-  std::string text = control.Text();
-  if (entry.kind == Kind::kGauge) text = fmt::format("{}", control.Send(PBM_GETPOS));
-  m_driver.log().Found(m_caption, entry, text);
-  // There is no more to do with those.
-  const bool shows =
-      entry.kind == Kind::kText || entry.kind == Kind::kGauge || entry.kind == Kind::kIcon;
-  if (shows) m_driver.log().CountActed(m_table, id);
+  const bool gauge = EntryOf(m_table, id).kind == Kind::kGauge;
+  return gauge ? fmt::format("{}", control.Send(PBM_GETPOS)) : control.Text();
+}
+
+std::string Place::Read(int id) const {
+  std::string text = ValueOf(id);
+  m_driver.log().Found(m_caption, EntryOf(m_table, id), text);
   return text;
+}
+
+void Place::Shows(int id, std::string_view text) const {
+  Shows(id, fmt::format("\"{}\"", text),
+        [text](const std::string& shown) { return shown == text; });
+}
+
+void Place::Shows(int id, std::string_view what,
+                  const std::function<bool(const std::string&)>& is) const {
+  std::string shown;
+  const bool right = m_driver.Until([&] { return is(shown = ValueOf(id)); });
+  m_driver.log().Found(m_caption, EntryOf(m_table, id), shown);
+  m_driver.Expect(right, fmt::format("{} {} shows {}", m_table.name, id, what));
+  if (right) Count(id, fmt::format("shows \"{}\"", shown));
+}
+
+void Place::ShowsPicture(int id) const {
+  const Window control = Control(id);
+  const bool drawn = m_driver.Until([&] { return HasColours(PictureOf(control)); });
+  m_driver.Expect(drawn, fmt::format("{} {} shows a picture", m_table.name, id));
+  if (drawn) Count(id, "shows a picture");
 }
 
 bool Place::IsChecked(int id) const {
@@ -153,26 +179,16 @@ void Place::Saves(int id, std::string_view title, std::string_view path) const {
 }
 
 void Place::Helps(int id) const {
+  const std::string file = m_driver.Path("TARN.HLP");
+  m_driver.Expect(!IsFile(file), "there is no help file");
   Begin(id);
   const Window help = m_driver.AwaitAny();
-  const std::string shown = fmt::format("\"{}\" {}", help.Caption(), BoxText(help));
-  const bool is_help =
-      shown.find("Help") != std::string::npos || shown.find("help") != std::string::npos;
-  m_driver.Expect(is_help, "help: " + shown);
-  if (is_help) Count(id, "-> help");
+  const std::string said = BoxText(help);
+  const bool right =
+      help.Caption() == "Tarn Warning" && said == "The help file is missing: " + file;
+  m_driver.Expect(right, fmt::format("help: \"{}\" {}", help.Caption(), said));
+  if (right) Count(id, "-> the help file is missed");
   Dismiss(m_driver, help);
-}
-
-void Place::Shows(int id) const {
-  Begin(id);
-  // One after the other, for as long as they keep the user from this window.
-  do {
-    const Window shown = m_driver.AwaitAny();
-    Count(id, fmt::format("-> \"{}\" {}", shown.Caption(), BoxText(shown)));
-    Dismiss(m_driver, shown);
-    // Answered when the program is done with the command, or shows the next one.
-    m_window.Send(WM_NULL);
-  } while (m_driver.HasNews() || !m_window.IsEnabled());
 }
 
 void Place::Does(int id, std::string_view what, const std::function<bool()>& seen) const {

@@ -19,7 +19,13 @@ class Place {
   const Window& window() const { return m_window; }
   Driver& driver() const { return m_driver; }
 
+  // Nothing that counts.
   std::string Read(int id) const;
+  // What one can only look at counts when it is as it should be.
+  void Shows(int id, std::string_view text) const;
+  void Shows(int id, std::string_view what,
+             const std::function<bool(const std::string&)>& is) const;
+  void ShowsPicture(int id) const;
   bool IsChecked(int id) const;
   // Both see the change.
   void Type(int id, std::string_view text) const;
@@ -43,10 +49,8 @@ class Place {
   void Ends(int id) const;
   // a file is written that is chosen in a dialog;
   void Saves(int id, std::string_view title, std::string_view path) const;
-  // help comes, whatever it looks like;
+  // what comes is that the folder has no help file;
   void Helps(int id) const;
-  // some windows come, and are closed again: what a system without printers shows is its own;
-  void Shows(int id) const;
   // something else is seen.
   void Does(int id, std::string_view what, const std::function<bool()>& seen) const;
   // A button is pressed, or a command is sent; what follows is seen by others.
@@ -54,8 +58,9 @@ class Place {
   void Count(int id, std::string_view effect) const;
 
  private:
-  // Throws Lost when there is none.
+  // Of the kind that the table tells. Throws Lost when there is none.
   Window Control(int id) const;
+  std::string ValueOf(int id) const;
   bool IsCommand(int id) const;
 
   Driver& m_driver;

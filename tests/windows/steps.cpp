@@ -9,6 +9,9 @@ namespace tarn {
 namespace {
 
 constexpr int kStartButton = 215;
+constexpr int kHaltButton = 216;
+constexpr int kStopButton = 217;
+constexpr int kMostIterationsCommand = 111;
 constexpr int kStopCommand = 134;
 constexpr int kStartCommand = 135;
 constexpr int kIterationText = 207;
@@ -41,9 +44,8 @@ void ChooseNothing(const Place& place, int id, std::string_view title) {
 
 void LookAtAbout(const Place& place, int id) {
   const Place about(place.driver(), place.Opens(id, "Tarn for Windows"), "ABOUT_DLG");
-  const std::string text = about.Read(101);
-  place.driver().Expect(text.find("Version 2.1") != std::string::npos, "the box tells the version");
-  about.Read(102);
+  about.Shows(101, "Tarn for Windows\nVersion 2.1\n32-bit Neural Network Modeling");
+  about.ShowsPicture(102);
   about.Closes(IDOK);
 }
 
@@ -74,22 +76,36 @@ void OpenForTraining(Driver& driver, std::string_view file) {
   AwaitTraining(driver);
 }
 
+bool IsUnderWay(const Driver& driver) {
+  const Window& frame = driver.frame();
+  return !frame.Child(kStartButton).IsEnabled() && frame.Child(kHaltButton).IsEnabled() &&
+         frame.Child(kStopButton).IsEnabled();
+}
+
+bool IsAtRest(const Driver& driver) {
+  const Window& frame = driver.frame();
+  return frame.Child(kStartButton).IsEnabled() && !frame.Child(kHaltButton).IsEnabled() &&
+         !frame.Child(kStopButton).IsEnabled();
+}
+
 void TrainALittle(Driver& driver) {
   const Place menu = TrainingMenu(driver);
+  // The examples would come to their end before anybody could stop them.
+  Enter(driver, menu.Opens(kMostIterationsCommand, "Set Max Iterations"),
+        "Maximum Iterations:", "1000000000");
+  driver.Expect(IsAtRest(driver), "training is at rest");
   const Window iteration = driver.frame().Child(kIterationText);
   const std::string before = iteration.Text();
   menu.Does(kStartCommand, "iterations go on", [&] {
     const std::string now = iteration.Text();
-    return now != before && now.size() > 1;
+    return now != before && now.size() > 1 && IsUnderWay(driver);
   });
-  menu.Does(kStopCommand, "training stops",
-            [&] { return driver.frame().Child(kStartButton).IsEnabled(); });
+  menu.Does(kStopCommand, "training stops", [&] { return IsAtRest(driver); });
 }
 
 void Enter(Driver& driver, const Window& entry, std::string_view prompt, std::string_view text) {
   const Place value(driver, entry, "DATAENT_DLG");
-  const std::string asked = value.Read(102);
-  driver.Expect(asked == prompt, fmt::format("asks \"{}\"", prompt));
+  value.Shows(102, prompt);
   value.Type(101, text);
   value.Closes(IDOK);
 }

@@ -24,6 +24,9 @@ void LookAtAbout(const Place& place, int id);
 
 // Opens a network file from the start-up window, and its training window.
 void OpenForTraining(Driver& driver, std::string_view file);
+// Only Halt and Stop can be pressed, or only Start.
+bool IsUnderWay(const Driver& driver);
+bool IsAtRest(const Driver& driver);
 // Trains for a moment.
 void TrainALittle(Driver& driver);
 

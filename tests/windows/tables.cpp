@@ -216,12 +216,10 @@ constexpr std::array kBrowserMenu = {
     Entry{136, kCommand, "Save As..."},
     Entry{137, kCommand, "Print..."},
     Entry{143, kCommand, "Exit"},
-    Entry{24341, kCommand, "Help"},
 };
 constexpr std::array kBrowserAdded = {
-    Entry{151, kCommand, "Print Preview..."},
-    Entry{152, kCommand, "Page Setup..."},
-    Entry{138, kCommand, "Copy"},
+    Entry{24341, kCommand, "Help"},        Entry{151, kCommand, "Print Preview..."},
+    Entry{152, kCommand, "Page Setup..."}, Entry{138, kCommand, "Copy"},
     Entry{156, kCommand, "Select All"},
 };
 
@@ -229,12 +227,12 @@ constexpr std::array kGraphMenu = {
     Entry{136, kCommand, "Save As..."},    Entry{137, kCommand, "Print..."},
     Entry{143, kCommand, "Exit"},          Entry{138, kCommand, "Copy"},
     Entry{139, kCommand, "Legend Toggle"}, Entry{140, kCommand, "Zoom"},
-    Entry{141, kCommand, "Reset Zoom"},    Entry{24341, kCommand, "Help"},
+    Entry{141, kCommand, "Reset Zoom"},
 };
 constexpr std::array kGraphAdded = {
-    Entry{151, kCommand, "Print Preview..."},  Entry{152, kCommand, "Page Setup..."},
-    Entry{153, kCommand, "Export Picture..."}, Entry{154, kCommand, "Export Data..."},
-    Entry{155, kCommand, "Copy Data"},
+    Entry{24341, kCommand, "Help"},         Entry{151, kCommand, "Print Preview..."},
+    Entry{152, kCommand, "Page Setup..."},  Entry{153, kCommand, "Export Picture..."},
+    Entry{154, kCommand, "Export Data..."}, Entry{155, kCommand, "Copy Data"},
 };
 
 constexpr std::array kRecall = {
@@ -270,8 +268,8 @@ constexpr std::array kValue = {
 
 constexpr std::array kStatus = {Entry{101, kText, "Status"}};
 
-constexpr std::array kAbout = {Entry{1, kButton, "OK"}};
 constexpr std::array kAboutAdded = {
+    Entry{1, kButton, "OK"},
     Entry{101, kText, "name, version and purpose"},
     Entry{102, kIcon, "the program icon"},
 };
@@ -295,7 +293,7 @@ constexpr std::array kTables = {
     Table{"RECALL_MENU", kRecallMenu},
     Table{"DATAENT_DLG", kValue},
     Table{"STATUS_DLG", kStatus},
-    Table{"ABOUT_DLG", kAbout, kAboutAdded},
+    Table{"ABOUT_DLG", {}, kAboutAdded},
 };
 
 }  // namespace

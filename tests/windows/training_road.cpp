@@ -1,6 +1,9 @@
 #include <array>
 #include <fmt/format.h>
+#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "windows/boxes.h"
 #include "windows/files.h"
@@ -14,6 +17,7 @@ namespace {
 constexpr std::string_view kFile = "iris.net";
 constexpr std::string_view kOtherFile = "second.net";
 constexpr size_t kPatterns = 150;
+constexpr int kTestOutputs = 90;  // of 30 patterns
 
 struct Option {
   int command;
@@ -75,11 +79,64 @@ void ExpectStatus(Driver& driver, std::string_view text) {
                     [&] { return driver.program().StatusText(bar, 1) == text; });
 }
 
-void LookAtFigures(const Place& window) {
-  Driver& driver = window.driver();
-  for (int id = 201; id <= 214; ++id) {
-    driver.Expect(!window.Read(id).empty(), fmt::format("figure {} is shown", id));
+// Those of the last iteration of an exported history.
+std::vector<std::string> LastRecord(const std::string& history) {
+  const size_t end = history.rfind("\r\n");
+  if (end == std::string::npos || end == 0) return {};
+  const size_t line_end = history.rfind('\n', end - 1);
+  const size_t begin = line_end == std::string::npos ? 0 : line_end + 1;
+  std::istringstream line(history.substr(begin, end - begin));
+  std::vector<std::string> fields;
+  for (std::string field; std::getline(line, field, ',');) fields.push_back(field);
+  return fields;
+}
+
+std::string Percent(double value) {
+  return fmt::format("{:5.1f}%", value);
+}
+
+bool IsShareOfTestSet(const std::string& text) {
+  for (int hits = 0; hits <= kTestOutputs; ++hits) {
+    if (text == Percent(100.0 * hits / kTestOutputs)) return true;
   }
+  return false;
+}
+
+// What the history does not hold besides the number of the iteration, as it is at the end.
+constexpr std::array<std::pair<int, std::string_view>, 6> kFiguresAtTheEnd = {{
+    {207, "1500"},
+    {209, "On"},
+    {210, "Hybrid"},
+    {212, "1000"},
+    {213, "100.0%"},
+    {214, "0:0:0"},
+}};
+
+void LookAtFigures(const Place& window, const std::vector<std::string>& record) {
+  window.driver().Expect(record.size() == 7 && record[0] == "1500", "the history ends there");
+  if (record.size() != 7) return;
+  window.Shows(201, record[1]);
+  window.Shows(202, record[2]);
+  window.Shows(208, record[3]);
+  window.Shows(203, record[4]);
+  window.Shows(204, record[5]);
+  window.Shows(205, Percent(std::stod(record[6])));
+  window.Shows(206, "a share of the test set", IsShareOfTestSet);
+  for (const auto& [id, text] : kFiguresAtTheEnd) window.Shows(id, text);
+}
+
+// With the options of the example.
+void TrainToTheEnd(const Place& window, const Place& menu) {
+  Driver& driver = window.driver();
+  driver.Expect(IsAtRest(driver), "only Start can be pressed");
+  driver.Expect(window.Read(207) == "0" && window.Read(208) == "0.050000", "nothing is trained");
+  driver.Expect(window.Read(212) == "0" && window.Read(214).empty(), "no time is estimated");
+  window.Does(215, "all iterations are done",
+              [&] { return window.window().Child(207).Text() == "1500" && IsAtRest(driver); });
+  ExpectStatus(driver, "Training Run Complete!");
+  const std::string path = driver.Path("end.err");
+  menu.Saves(103, "Save Error History As ASCII File...", path);
+  LookAtFigures(window, LastRecord(ReadWhole(path)));
 }
 
 void ToggleControl(const Place& menu) {
@@ -93,13 +150,20 @@ void HaltAndResume(const Place& window) {
   Driver& driver = window.driver();
   const Window iteration = window.window().Child(207);
   const std::string first = iteration.Text();
+  driver.Expect(IsAtRest(driver), "only Start can be pressed");
   window.Does(215, "iterations go on", [&] { return iteration.Text() != first; });
+  driver.Expect(IsUnderWay(driver), "only Halt and Stop can be pressed");
   ExpectStatus(driver, "Network Training");
   const Window halt = window.window().Child(216);
   window.Does(216, "the button offers to resume", [&] { return halt.Text() == "R&esume"; });
   const std::string halted = iteration.Text();
-  window.Does(216, "it goes on", [&] { return iteration.Text() != halted; });
-  window.Does(217, "it stops", [&] { return window.window().Child(215).IsEnabled(); });
+  ExpectStatus(driver, "Network Training Halted");
+  driver.Expect(iteration.Text() == halted, "no iterations go on");
+  driver.Expect(IsUnderWay(driver), "it can be resumed or stopped");
+  window.Does(216, "it goes on",
+              [&] { return iteration.Text() != halted && halt.Text() == "H&alt"; });
+  driver.Expect(IsUnderWay(driver), "it can be stopped");
+  window.Does(217, "it stops", [&] { return IsAtRest(driver); });
   ExpectStatus(driver, "Training Run Stopped");
 }
 
@@ -151,10 +215,10 @@ void SaveSnapshot(const Place& menu) {
   Answer(driver, driver.Await("Network AutoSave Aborted"), "File Not Saved");
   driver.Expect(!IsFile(driver.Path("none.net")), "no file is written");
   const Place chosen = OpenSnapshots(menu, "early.net");
-  driver.Expect(chosen.Read(102) == "Iteration:", "the iteration is asked for");
+  chosen.Shows(102, "Iteration:");
   driver.Expect(chosen.ItemCount(101) > 1, "there are several snapshots");
   chosen.Pick(101, 0);
-  driver.Expect(chosen.Read(101) == "1000", "the first one is of iteration 1000");
+  driver.Expect(chosen.Read(101) == "500", "the first one is of iteration 500");
   chosen.Closes(IDOK);
   driver.ExpectSoon("the snapshot is written", [&] {
     return ReadWhole(driver.Path("early.net")).find("WEIGHTS:READ") != std::string::npos;
@@ -174,9 +238,11 @@ long Iteration(const Place& window) {
 
 // Enough for more than one snapshot.
 void AwaitSnapshots(const Place& menu) {
+  Driver& driver = menu.driver();
   const long first = Iteration(menu);
   menu.Does(135, "2500 iterations", [&] { return Iteration(menu) > first + 2500; });
-  menu.Does(134, "training stops", [&] { return menu.window().Child(215).IsEnabled(); });
+  driver.Expect(IsUnderWay(driver), "it can be stopped");
+  menu.Does(134, "training stops", [&] { return IsAtRest(driver); });
 }
 
 }  // namespace
@@ -188,10 +254,13 @@ void TrainingRoad(Driver& driver) {
   const Place window = TrainingWindow(driver);
   const Place menu = TrainingMenu(driver);
   ToggleControl(menu);
+  TrainToTheEnd(window, menu);
   for (const Option& option : kOptions) SetOption(menu, option);
   HaltAndResume(window);
   AwaitSnapshots(menu);
-  LookAtFigures(window);
+  window.Shows(211, "a speed", [](const std::string& text) {
+    return text.find_first_not_of("0123456789") == std::string::npos && std::stol("0" + text) > 0;
+  });
   driver.TakePicture(driver.frame(), "trained");
   Export(menu);
   SaveSnapshot(menu);

@@ -71,8 +71,12 @@ std::vector<Window> Window::Children() const {
 }
 
 Window Window::Child(int number) const {
+  return Child(number, [](const Window&) { return true; });
+}
+
+Window Window::Child(int number, const std::function<bool(const Window&)>& is) const {
   for (const Window& child : Children()) {
-    if (child.Number() == number) return child;
+    if (child.Number() == number && is(child)) return child;
   }
   return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -42,6 +43,8 @@ class Window {
   std::vector<Window> Children() const;
   // Does not exist when there is none of that number.
   Window Child(int number) const;
+  // The same among those that are so.
+  Window Child(int number, const std::function<bool(const Window&)>& is) const;
   // The first one of that class.
   Window ChildOfClass(std::string_view name) const;
 
