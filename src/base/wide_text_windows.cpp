@@ -1,6 +1,6 @@
-#include "base/wide_text.h"
-
 #include <windows.h>
+
+#include "base/wide_text.h"
 
 namespace tarn {
 
