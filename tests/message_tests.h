@@ -33,6 +33,7 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kTrainingComplete, "TrainingRunTest.IsCompleteAtMaxIterationsAndSaysSo"},
     {kTrainingStopped, "TrainingDeskTest.GoesOnCountingAfterStopAndStart"},
     {kHaltNotice, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
+    {kDivergedAt, "TrainingDeskTest.TellsThatARunHasDiverged"},
     {kHaltedStatus, "TrainingRunTiming.AlternatesTwoTextsWhileHalted"},
 
     // netfile
@@ -164,6 +165,9 @@ inline constexpr auto kMessageTests = std::to_array<MessageTest>({
     {kSelectMode, "RunCheck.WantsAMode"},
     {kUntrainedRecall, "SessionRecall.RefusesAnUntrainedNetwork"},
     {kAskToSave, "Saving.AsksBeforeATrainedNetworkIsLeft"},
+    {kAskToSaveUnreadable, "Saving.AsksBeforeItWritesWhatCouldNotBeReadBack"},
+    {kAskToSaveLastSnapshot, "TrainingDeskTest.OffersTheLastSnapshotOfARunThatHasDiverged"},
+    {kAskToTakeUp, "InterruptedRuns.GiveTheirNewestSnapshotBackAsAFile"},
     {kAskToReset, "TrainingDeskTest.ResetsTheWeightsWhenTheUserIsSure"},
     {kLoadHeader, "NetworkLoaderTest.NamesItsSteps"},
     {kLoadCount, "NetworkLoaderTest.NamesItsSteps"},

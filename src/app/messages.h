@@ -9,6 +9,15 @@ inline constexpr std::string_view kUntrainedRecall =
     "Untrained Networks Cannot be used for Recall!";
 inline constexpr std::string_view kSelectMode = "Select Recall or Training Execution Mode!";
 inline constexpr std::string_view kAskToSave = "Save Network File?";
+inline constexpr std::string_view kAskToSaveUnreadable =
+    "The network holds values that are infinite or not numbers: its file could not be read back. "
+    "Save it all the same?";
+inline constexpr std::string_view kAskToSaveLastSnapshot =
+    "%s. Save the network as it was at iteration %d, the last AutoSave snapshot?";
+inline constexpr std::string_view kAskToTakeUp =
+    "The training of %s was interrupted. Its AutoSave snapshot of iteration %d is newer than the "
+    "file. Save the snapshot as a network file? No removes it, Cancel asks again at the next "
+    "start.";
 inline constexpr std::string_view kAskToReset = "Reset Network to Untrained State?";
 
 // Of a command that compares with targets, of an analysis, and of one that was left.
@@ -28,10 +37,16 @@ inline constexpr std::string_view kLoadConnections = "Reading Connections";
 inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
 inline constexpr std::string_view kLoadRecall = "Processing Recall Inputs...";
 
-inline constexpr std::array kAppMessages = {
-    kNoPreview, kUntrainedRecall, kSelectMode,  kAskToSave,       kAskToReset,  kLoadHeader,
-    kLoadCount, kLoadData,        kLoadWeights, kLoadConnections, kLoadTestSet, kLoadRecall,
-    kNoTargets, kNoPreview,       kEscapeStops, kAnalysisStopped};
+inline constexpr std::array kAppMessages = {kNoPreview,           kUntrainedRecall,
+                                            kSelectMode,          kAskToSave,
+                                            kAskToReset,          kLoadHeader,
+                                            kLoadCount,           kLoadData,
+                                            kLoadWeights,         kLoadConnections,
+                                            kLoadTestSet,         kLoadRecall,
+                                            kNoTargets,           kNoPreview,
+                                            kEscapeStops,         kAnalysisStopped,
+                                            kAskToSaveUnreadable, kAskToSaveLastSnapshot,
+                                            kAskToTakeUp};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";

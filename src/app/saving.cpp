@@ -1,7 +1,5 @@
 #include "app/saving.h"
 
-#include <optional>
-#include <string>
 #include <utility>
 
 #include "app/main_window_rules.h"
@@ -16,7 +14,16 @@
 namespace tarn {
 namespace {
 
+// A network that no reader would take back is written only when the user wants it.
+bool MayWrite(const Network& network, Dialogs& dialogs) {
+  if (CanBeReadBack(network)) return true;
+  const Message question = {std::string(kTarnWarningCaption), std::string(kAskToSaveUnreadable),
+                            MessageIcon::kExclamation};
+  return dialogs.Ask(question, AnswerChoice::kYesNo) == Answer::kYes;
+}
+
 bool WriteTo(const std::string& path, Session& session, Dialogs& dialogs) {
+  if (!MayWrite(session.network, dialogs)) return false;
   const std::string old_name = std::exchange(session.network.file_name, path);
   const Status written =
       WhileBusy(dialogs, [&] { return WriteNetworkFile(path, session.network); });
@@ -54,7 +61,8 @@ bool SaveSetupAs(Session& session, Dialogs& dialogs) {
     return false;
   }
   session.network.file_name = *path;
-  session.network.trained = HoldsWeights(*path);
+  // Weights stand as in the old file, should the new one be out of reach just now.
+  session.network.trained = HoldsWeights(*path).value_or(session.network.trained);
   EnterFolderOf(*path);
   return true;
 }
@@ -66,6 +74,16 @@ bool MayLeave(Session& session, Dialogs& dialogs) {
   const Answer answer = dialogs.Ask(question, AnswerChoice::kYesNoCancel);
   if (answer == Answer::kYes) return SaveNetwork(session, dialogs);
   return answer == Answer::kNo;
+}
+
+std::optional<std::string> SaveStoredSnapshot(const std::string& store,
+                                              const StoredSnapshot& snapshot, Dialogs& dialogs) {
+  std::optional<std::string> path = dialogs.ChooseFile(kSaveSnapshotQuestion);
+  if (!path) return std::nullopt;
+  const Status written = WhileBusy(dialogs, [&] { return WriteSnapshot(store, snapshot, *path); });
+  if (written.ok()) return path;
+  dialogs.Tell(kAutoSaveErrorCaption, written.message());
+  return std::nullopt;
 }
 
 void SaveOutputs(const Session& session, Dialogs& dialogs) {

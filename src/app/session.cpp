@@ -33,7 +33,7 @@ Status OpenNetwork(Session& session, const std::string& path) {
 void TakeUntitled(Session& session, const std::string& path) {
   session.network = {};
   session.network.file_name = OpenedPath(FullPath(path));
-  session.network.trained = HoldsWeights(session.network.file_name);
+  session.network.trained = HoldsWeights(session.network.file_name).value_or(false);
   EnterFolderOf(session.network.file_name);
 }
 

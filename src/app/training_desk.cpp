@@ -3,6 +3,7 @@
 #include <fmt/printf.h>
 #include <limits>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "app/messages.h"
@@ -38,14 +39,16 @@ TrainingDesk::TrainingDesk(Session& session, Dialogs& dialogs, TrainingView& vie
 }
 
 void TrainingDesk::CreateStore() {
-  if (m_store.Create(TemporaryFolder())) return;
+  if (m_store.Create(TemporaryFolder(), FileLayer::Lifetime::kLasting)) return;
   m_dialogs.Tell(kTarnErrorCaption, kStoreNotCreated);
 }
 
 bool TrainingDesk::Work(int64_t budget_ms) {
   if (m_run->state() != RunState::kRunning) return false;
   m_session.saved = false;
-  if (m_run->RunFor(budget_ms) == RunState::kRunning) return true;
+  const RunState state = m_run->RunFor(budget_ms);
+  if (state == RunState::kRunning) return true;
+  m_diverged = state == RunState::kDiverged;
   m_view.Changed();
   return false;
 }
@@ -55,14 +58,39 @@ void TrainingDesk::WorkWhileHalted() {
 }
 
 void TrainingDesk::TellPending() {
-  if (!m_history_failed) return;
-  m_history_failed = false;
-  m_dialogs.Tell(kTarnErrorCaption, kErrorHistoryWriteError);
+  if (std::exchange(m_history_failed, false)) {
+    m_dialogs.Tell(kTarnErrorCaption, kErrorHistoryWriteError);
+  }
+  if (std::exchange(m_diverged, false)) TellDivergence();
+}
+
+void TrainingDesk::TellDivergence() {
+  const std::string what = fmt::sprintf(kDivergedAt.data(), m_session.network.iteration);
+  const std::optional<StoredSnapshot> snapshot = FindNewestSnapshot(m_store.path());
+  if (!snapshot) {
+    m_dialogs.Tell(kTarnWarningCaption, what + ".");
+    return;
+  }
+  const Message question = {std::string(kTarnWarningCaption),
+                            fmt::sprintf(kAskToSaveLastSnapshot.data(), what, snapshot->iteration),
+                            MessageIcon::kExclamation};
+  if (m_dialogs.Ask(question, AnswerChoice::kYesNo) != Answer::kYes) return;
+  const std::optional<std::string> path = SaveStoredSnapshot(m_store.path(), *snapshot, m_dialogs);
+  if (path == m_session.network.file_name) m_session.saved = false;
 }
 
 void TrainingDesk::RemoveFiles() {
+  m_note.Remove();
   m_history.Remove();
   m_store.Remove();
+}
+
+void TrainingDesk::LeaveSnapshots() {
+  if (m_note.IsThere()) {
+    m_note.Release();
+    m_store.Release();
+  }
+  RemoveFiles();
 }
 
 bool TrainingDesk::IsUnderWay() const {
@@ -96,11 +124,21 @@ void TrainingDesk::HaltOrResume() {
 }
 
 bool TrainingDesk::Save() {
-  return SaveNetwork(m_session, m_dialogs);
+  const bool saved = SaveNetwork(m_session, m_dialogs);
+  NoteRun();
+  return saved;
 }
 
 bool TrainingDesk::SaveAs() {
-  return SaveNetworkAs(m_session, m_dialogs);
+  const bool saved = SaveNetworkAs(m_session, m_dialogs);
+  NoteRun();
+  return saved;
+}
+
+// The network may have another name by now.
+void TrainingDesk::NoteRun() {
+  if (!m_run->has_snapshot()) return;
+  m_note.Write(TemporaryFolder(), m_session.network.file_name, m_store.path());
 }
 
 void TrainingDesk::SaveOutputsAs() {
@@ -137,7 +175,12 @@ void TrainingDesk::SaveSnapshotAs() {
 }
 
 bool TrainingDesk::StoreSnapshot() {
-  return WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
+  const bool stored =
+      WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
+  if (stored && !m_note.IsThere()) {
+    m_note.Write(TemporaryFolder(), m_session.network.file_name, m_store.path());
+  }
+  return stored;
 }
 
 void TrainingDesk::Edited() {

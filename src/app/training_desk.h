@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "app/dialogs.h"
+#include "app/interrupted_runs.h"
 #include "app/session.h"
 #include "base/clock.h"
 #include "base/temp_file.h"
@@ -48,6 +49,8 @@ class TrainingDesk : public TrainingObserver {
   void TellPending();
   // Removes the temporary files; nothing else may be called afterwards.
   void RemoveFiles();
+  // The same, but leaves the AutoSave store to the next start of the program: the network is lost.
+  void LeaveSnapshots();
 
   void Start();
   void Stop();
@@ -83,6 +86,9 @@ class TrainingDesk : public TrainingObserver {
   void HistoryFailed() override { m_history_failed = true; }
 
   void CreateStore();
+  // Tells that the run has diverged, and offers what can be taken back.
+  void TellDivergence();
+  void NoteRun();
   void Apply(const OptionPrompt& prompt, const std::string& text);
   void Edited();
 
@@ -91,9 +97,11 @@ class TrainingDesk : public TrainingObserver {
   TrainingView& m_view;
   TempFile m_history;
   TempFile m_store;
+  RunNote m_note;  // of the store, from the first snapshot on
   std::unique_ptr<TrainingRun> m_run;
   std::optional<int32_t> m_switched_off;  // the start iteration before learn rate control went off
   bool m_history_failed = false;
+  bool m_diverged = false;  // and nobody has been told
 };
 
 }  // namespace tarn

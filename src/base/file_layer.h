@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,9 @@ class FileLayer {
     kCreateNew,  // fails when the file exists; for the user only where files have modes
     kAppend,     // creates a missing file
   };
+
+  // Whether a temporary file goes with the process that made it, where the system sees to that.
+  enum class Lifetime { kProcess, kLasting };
 
   virtual ~FileLayer() = default;
 
@@ -56,6 +60,11 @@ class FileLayer {
   // A device, a pipe or a socket: something that takes bytes but cannot be replaced.
   virtual bool IsSpecial(const std::string& path) = 0;
   virtual bool IsDirectory(const std::string& path) = 0;
+  // A plain file, not a link to one, that belongs to this user.
+  virtual bool IsOwnFile(const std::string& path) = 0;
+  // When the file was last written, in nanoseconds from a moment of the system's choice; nothing
+  // when there is no such file.
+  virtual std::optional<int64_t> WriteTime(const std::string& path) = 0;
   virtual bool EnterDirectory(const std::string& path) = 0;
   // Empty when it cannot be told.
   virtual std::string CurrentDirectory() = 0;
@@ -70,7 +79,8 @@ class FileLayer {
   // Makes a fresh, empty file in `folder` in the system's own way, with at least the first three
   // letters of `prefix` before what tells it apart; its path, empty where the system has no such
   // way or the folder takes no file. It is to be removed with Remove.
-  virtual std::string MakeTemporary(const std::string& /*folder*/, const char* /*prefix*/) {
+  virtual std::string MakeTemporary(const std::string& /*folder*/, const char* /*prefix*/,
+                                    Lifetime /*lifetime*/) {
     return {};
   }
   // What ends a line in the system's text files.

@@ -185,6 +185,23 @@ class WindowsFiles : public FileLayer {
     return HasAttribute(Name(path), FILE_ATTRIBUTE_DIRECTORY);
   }
 
+  // The folders of temporary files belong to one user each.
+  bool IsOwnFile(const std::string& path) override {
+    return Exists(path) &&
+           !HasAttribute(Name(path), FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
+  }
+
+  std::optional<int64_t> WriteTime(const std::string& path) override {
+    constexpr int64_t kNanoseconds = 100;
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(Name(path).c_str(), GetFileExInfoStandard, &data)) {
+      return std::nullopt;
+    }
+    const FILETIME time = data.ftLastWriteTime;
+    const uint64_t ticks = (uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+    return static_cast<int64_t>(ticks) * kNanoseconds;
+  }
+
   bool EnterDirectory(const std::string& path) override {
     return ::SetCurrentDirectoryW(Name(path).c_str());
   }
@@ -228,10 +245,12 @@ class WindowsFiles : public FileLayer {
     return ::RemoveDirectoryW(name.c_str());
   }
 
-  std::string MakeTemporary(const std::string& folder, const char* prefix) override {
+  std::string MakeTemporary(const std::string& folder, const char* prefix,
+                            Lifetime lifetime) override {
     char path[MAX_PATH] = "";
     if (Name(folder).empty()) return {};
     if (::GetTempFileNameA(folder.c_str(), prefix, 0, path) == 0) return {};
+    if (lifetime == Lifetime::kLasting) return path;
     const std::wstring name = Name(path);
     // The system removes it with this handle, whatever becomes of the process.
     const HANDLE guard = OpenShared(name, DELETE, OPEN_EXISTING, FILE_FLAG_DELETE_ON_CLOSE);

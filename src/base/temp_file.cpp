@@ -1,10 +1,10 @@
 #include "base/temp_file.h"
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <string_view>
 
-#include "base/file_layer.h"
 #include "base/paths.h"
 #include "base/process.h"
 
@@ -18,17 +18,16 @@ constexpr const char* kPrefix = "Tarn";
 constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
 constexpr size_t kLetterCount = 6;
 
-// A name that nobody has yet, with high probability; exclusive creation settles the rest.
-std::string FreshName() {
+}  // namespace
+
+std::string FreshTemporaryName() {
   std::random_device random;
   std::string name = std::string(kPrefix) + ProcessName() + "-";
   for (size_t i = 0; i < kLetterCount; ++i) name.push_back(kLetters[random() % kLetters.size()]);
   return name;
 }
 
-// Whether it is such a name, of a process that has ended. One that had the number of this process
-// has ended, too.
-bool IsAbandoned(std::string_view name) {
+bool IsAbandonedName(std::string_view name) {
   if (!name.starts_with(kPrefix)) return false;
   name.remove_prefix(std::strlen(kPrefix));
   const size_t dash = name.find('-');
@@ -41,12 +40,11 @@ bool IsAbandoned(std::string_view name) {
   return process == ProcessName() || !IsLiveProcess(process);
 }
 
-}  // namespace
-
-void RemoveAbandonedFiles(const std::string& folder) {
+void RemoveAbandonedFiles(const std::string& folder, const std::vector<std::string>& kept) {
   for (const std::string& name : Files().NamesIn(folder)) {
-    if (!IsAbandoned(name)) continue;
+    if (!IsAbandonedName(name)) continue;
     const std::string path = JoinPath(folder, name);
+    if (std::ranges::find(kept, path) != kept.end()) continue;
     if (Files().IsDirectory(path)) {
       Files().RemoveFolder(path);
     } else {
@@ -55,11 +53,11 @@ void RemoveAbandonedFiles(const std::string& folder) {
   }
 }
 
-bool TempFile::Create(const std::string& folder) {
+bool TempFile::Create(const std::string& folder, FileLayer::Lifetime lifetime) {
   Remove();
-  m_path = Files().MakeTemporary(folder, kPrefix);
+  m_path = Files().MakeTemporary(folder, kPrefix, lifetime);
   for (int i = 0; i < kTries && m_path.empty(); ++i) {
-    const std::string path = JoinPath(folder, FreshName());
+    const std::string path = JoinPath(folder, FreshTemporaryName());
     const FileLayer::Handle file = Files().Open(path, FileLayer::Mode::kCreateNew);
     if (file == FileLayer::kNoFile) continue;
     Files().Close(file);
@@ -76,7 +74,7 @@ void TempFile::Remove() {
 ScratchFolder::ScratchFolder() : m_path(TemporaryFolder()) {
   const std::string parent = m_path;
   for (int i = 0; i < kTries && !m_owned; ++i) {
-    const std::string path = JoinPath(parent, FreshName());
+    const std::string path = JoinPath(parent, FreshTemporaryName());
     if (!Files().MakeFolder(path)) continue;
     m_path = path;
     m_owned = true;

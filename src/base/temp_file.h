@@ -1,6 +1,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/file_layer.h"
 
 namespace tarn {
 
@@ -16,8 +20,11 @@ class TempFile {
   TempFile& operator=(const TempFile&) = delete;
 
   // False when the folder takes no new file.
-  bool Create(const std::string& folder);
+  bool Create(const std::string& folder,
+              FileLayer::Lifetime lifetime = FileLayer::Lifetime::kProcess);
   void Remove();
+  // It stays behind, for the next start of the program.
+  void Release() { m_path.clear(); }
   // Empty until Create has succeeded.
   const std::string& path() const { return m_path; }
 
@@ -25,9 +32,17 @@ class TempFile {
   std::string m_path;
 };
 
+// "Tarn", the number of this process, "-" and six letters: a name that nobody has yet, with high
+// probability; exclusive creation settles the rest.
+std::string FreshTemporaryName();
+// Whether it is such a name, of a process that has ended. One that had the number of this process has
+// ended, too, as long as this one has made no such file.
+bool IsAbandonedName(std::string_view name);
+
 // Removes the temporary files and scratch folders in `folder` that no live process owns: those
-// of a program that was killed. To be called before this process makes any of its own.
-void RemoveAbandonedFiles(const std::string& folder);
+// of a program that was killed. Those whose paths are in `kept` stay. To be called before this
+// process makes any of its own.
+void RemoveAbandonedFiles(const std::string& folder, const std::vector<std::string>& kept = {});
 
 // A folder for scratch files with fixed names, private to this process and removed with all
 // that it holds: two programs at work at once never meet in it. Falls back to the system's

@@ -44,7 +44,15 @@ class TrainingPrinter : public TrainingObserver {
   }
 
   bool CanStoreSnapshot() override { return !m_arguments.autosave.empty(); }
-  bool StoreSnapshot() override { return AppendSnapshot(m_arguments.autosave, m_network); }
+  bool StoreSnapshot() override {
+    const bool stored = AppendSnapshot(m_arguments.autosave, m_network);
+    if (!stored && !m_snapshot_failed) {
+      m_progress.Clear();
+      PrintError("a snapshot could not be added to '" + m_arguments.autosave + "'");
+    }
+    m_snapshot_failed = m_snapshot_failed || !stored;
+    return stored;
+  }
 
   // Training goes on without it; nobody misses a history that was not asked for.
   void HistoryFailed() override {
@@ -55,12 +63,15 @@ class TrainingPrinter : public TrainingObserver {
   }
 
   bool history_failed() const { return m_history_failed; }
+  // Told already: the first of them.
+  bool snapshot_failed() const { return m_snapshot_failed; }
 
  private:
   const Network& m_network;
   const TrainArguments& m_arguments;
   ProgressLine& m_progress;
   bool m_history_failed = false;
+  bool m_snapshot_failed = false;
 };
 
 std::string FigureLine(std::string_view name, std::string_view value) {
@@ -123,6 +134,16 @@ ExitStatus Prepare(TrainArguments& arguments, Session& session) {
   return PrepareFiles(arguments, network);
 }
 
+// The file of the network stays as it was: nobody can be asked.
+void TellDivergence(const TrainArguments& arguments, const Network& network) {
+  PrintError(fmt::sprintf(kDivergedAt.data(), network.iteration));
+  if (arguments.autosave.empty()) return;
+  if (const std::optional<StoredSnapshot> snapshot = FindNewestSnapshot(arguments.autosave)) {
+    PrintNotices({fmt::sprintf("the last snapshot in %s is of iteration %d", arguments.autosave,
+                               snapshot->iteration)});
+  }
+}
+
 ExitStatus RunTrain(TrainArguments& arguments) {
   Session session;
   Network& network = session.network;
@@ -141,11 +162,16 @@ ExitStatus RunTrain(TrainArguments& arguments) {
                   arguments.history.empty() ? own_history.path() : arguments.history);
   const Status trained = RunToTheEnd(run, network, progress);
   if (!trained.ok()) return Report(trained);
-  const ExitStatus saved = arguments.no_save ? kDone : SaveTrained(arguments, network);
+  const bool diverged = run.state() == RunState::kDiverged;
+  if (diverged) TellDivergence(arguments, network);
+  const bool saves = !arguments.no_save && !diverged;
+  const ExitStatus saved = saves ? SaveTrained(arguments, network) : kDone;
   const ExitStatus exported = WriteExports(arguments, network, run.history().path());
-  if (!arguments.quiet) PrintSummary(network, run, !arguments.no_save && saved == kDone);
-  const bool history_lost = printer.history_failed() && arguments.WantsHistory();
-  return saved != kDone || exported != kDone || history_lost ? kFailed : kDone;
+  if (!arguments.quiet) PrintSummary(network, run, saves && saved == kDone);
+  const bool lost =
+      printer.snapshot_failed() || (printer.history_failed() && arguments.WantsHistory());
+  const bool failed = diverged || lost || saved != kDone || exported != kDone;
+  return failed ? kFailed : kDone;
 }
 
 void AddFileOptions(CLI::App& command, TrainArguments& arguments) {

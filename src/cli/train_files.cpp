@@ -1,6 +1,8 @@
 #include "cli/train_files.h"
 
 #include <array>
+#include <random>
+#include <string>
 #include <string_view>
 
 #include "base/file_layer.h"
@@ -18,6 +20,9 @@
 
 namespace tarn {
 namespace {
+
+constexpr std::string_view kNotReadable =
+    "the network holds values that are infinite or not numbers and is not saved";
 
 // A file that the command is to write, and the message when it cannot.
 struct Target {
@@ -46,6 +51,11 @@ ExitStatus KeepFilesApart(const std::array<Target, 5>& targets) {
     }
   }
   return kDone;
+}
+
+// A name in a folder that others can write to, which they cannot have foreseen.
+std::string RescueName() {
+  return "Tarn-rescued-" + ProcessName() + "-" + std::to_string(std::random_device()()) + ".net";
 }
 
 ExitStatus TryFiles(const std::array<Target, 5>& targets) {
@@ -77,12 +87,14 @@ ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network)
 }
 
 ExitStatus SaveTrained(const TrainArguments& arguments, Network& network) {
+  if (!CanBeReadBack(network)) return Report(Status::Failure(kNotReadable));
   if (!arguments.output.empty()) network.file_name = arguments.output;
   const ExitStatus saved = Report(WriteNetworkFile(network.file_name, network));
   if (saved == kDone) return kDone;
   // A network that cannot be saved where it belongs is kept where it can be.
-  network.file_name = JoinPath(TemporaryFolder(), "Tarn-rescued-" + ProcessName() + ".net");
-  if (WriteNetworkFile(network.file_name, network).ok()) {
+  network.file_name = JoinPath(TemporaryFolder(), RescueName());
+  OutputFile file;
+  if (file.OpenPrivate(network.file_name) && WriteNetwork(file, network) && file.Commit()) {
     PrintNotices({"the trained network is kept in " + network.file_name});
   }
   return saved;

@@ -30,7 +30,8 @@ struct TrainArguments {
 // AutoSave store.
 ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network);
 
-// Saves the trained network; its name is that of the file then.
+// Saves the trained network; its name is that of the file then. A network that could not be read
+// back is not saved: nobody can be asked.
 ExitStatus SaveTrained(const TrainArguments& arguments, Network& network);
 
 // Writes the exports; the second is tried although the first failed. `history_path` is the

@@ -13,6 +13,8 @@ inline constexpr std::string_view kInputNodesInvalid = "Invalid value for input 
 inline constexpr std::string_view kOutputNodesInvalid = "Invalid value for output node count";
 inline constexpr std::string_view kHiddenNodesInvalid = "Hidden layer %d has an invalid node count";
 inline constexpr std::string_view kErrorHistoryWriteError = "File Error Writting Error History";
+inline constexpr std::string_view kDivergedAt =
+    "Training stopped at iteration %d: the error is infinite or not a number";
 
 // Texts of the status bar.
 inline constexpr std::string_view kTrainingStatus = "Network Training";
@@ -25,6 +27,6 @@ inline constexpr std::string_view kHaltedStatus = "Network Training Halted";
 inline constexpr std::array kEngineMessages = {
     kLayerCountOutOfRange,   kInputNodesInvalid, kOutputNodesInvalid, kHiddenNodesInvalid,
     kErrorHistoryWriteError, kTrainingStatus,    kAutoSaveStatus,     kTrainingComplete,
-    kTrainingStopped,        kHaltNotice,        kHaltedStatus};
+    kTrainingStopped,        kHaltNotice,        kHaltedStatus,       kDivergedAt};
 
 }  // namespace tarn

@@ -73,7 +73,7 @@ Status TrainingRun::Start() {
     m_observer.HistoryFailed();
   }
   m_sums = {};
-  m_stop_asked = m_limit_reached = false;
+  m_stop_asked = m_limit_reached = m_diverged = false;
   m_stage = Stage::kGroup;
   m_patterns_an_iteration =
       std::ceil(static_cast<double>(m_network.nTrain) / m_group_size) * m_group_size;
@@ -219,6 +219,11 @@ TrainingRun::Stage TrainingRun::Do(Stage stage) {
 }
 
 TrainingRun::Stage TrainingRun::BeginGroup() {
+  if (m_diverged) {
+    m_state = RunState::kDiverged;
+    m_observer.ShowStatus(kTrainingStopped);
+    return Stage::kGroup;
+  }
   if (m_limit_reached) {
     m_state = RunState::kComplete;
     m_observer.ShowStatus(kTrainingComplete);
@@ -291,7 +296,7 @@ bool TrainingRun::NextFollowsAtOnce() {
 bool TrainingRun::NextIterationEndsQuietly() const {
   const int32_t next = m_network.iteration + 1;
   return next < m_network.MaxIterations && next < m_network.LRC && !IsScreenUpdate(next) &&
-         !IsAutoSave(next);
+         !IsAutoSave(next) && std::isfinite(m_pass.squared_error);
 }
 
 bool TrainingRun::IsScreenUpdate(int32_t iteration) const {
@@ -332,6 +337,8 @@ TrainingRun::Stage TrainingRun::EndIteration() {
   const float mean_squared_error = MeanSquare(m_pass.squared_error, n);
   network.rms_train = std::sqrt(mean_squared_error);
   network.correlation_train = Correlation(m_pass, n);
+  m_diverged = !std::isfinite(mean_squared_error);
+  if (m_diverged) return Stage::kScreen;
   if (AdaptLearnRate(network, m_control, mean_squared_error)) {
     Publish();
     m_observer.LearnRateControlStarted();
@@ -395,7 +402,7 @@ void TrainingRun::Refresh() {
 }
 
 void TrainingRun::AutoSave() {
-  if (!IsAutoSave(m_network.iteration)) return;
+  if (!IsAutoSave(m_network.iteration) || m_diverged) return;
   Publish();
   if (!m_observer.CanStoreSnapshot()) return;
   m_work += kWorkPerClockReading;

@@ -52,6 +52,7 @@ enum class RunState {
   kHalted,
   kStopped,   // by Stop
   kComplete,  // MaxIterations reached
+  kDiverged,  // the error became infinite or not a number
 };
 
 // A training run that is worked through in slices: the caller runs it for a while, sees to its
@@ -59,7 +60,8 @@ enum class RunState {
 //
 // An iteration is one pass over the training list. Weights change after every group of
 // patterns; groups run on over the end of the list, so an iteration can end within one. At
-// screen updates the test set is passed, the figures are refreshed and the history grows.
+// screen updates the test set is passed, the figures are refreshed and the history grows. The
+// iteration whose error is infinite or not a number is the last one, and has a screen update.
 //
 // The run alone changes weights, statistics, Eta and the iteration counter of the network; the
 // caller may change the training parameters between slices, and the weights when it says so.
@@ -104,7 +106,7 @@ class TrainingRun {
   // marked with ** the run also looks whether it has been stopped. Patterns of a group are
   // worked on in batches, one at a time when a slice is to end or the run to stop.
   enum class Stage {
-    kGroup,        // a new group begins, or the run is complete
+    kGroup,        // a new group begins, or the run is over
     kForward,      // ** the next batch is propagated
     kBackward,     // ** its errors are propagated back, the monitors add up
     kAdvance,      // the cursor moves on
@@ -154,6 +156,7 @@ class TrainingRun {
   RunState m_state = RunState::kIdle;
   bool m_stop_asked = false;     // by Stop
   bool m_limit_reached = false;  // MaxIterations
+  bool m_diverged = false;
   bool m_has_snapshot = false;
   bool m_history_failed = false;
   Stage m_stage = Stage::kGroup;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,14 +14,27 @@
 
 namespace tarn {
 
-// Creates the store, empty.
+// Creates the store, empty; an old one is as it was after a failure.
 Status CreateStore(const std::string& path);
 
-// Appends the network as it is; on a failure the store keeps what it held before.
+// Appends the network as it is; on a failure the store keeps what it held before. One that could
+// not be read back is not stored.
 bool AppendSnapshot(const std::string& path, const Network& network);
 
 // The iteration numbers in the store, as text, in file order.
 Status ListSnapshots(const std::string& path, std::vector<std::string>& iterations);
+
+// The newest of the snapshots that are there as a whole: the last one need not be when the program
+// was killed while it wrote it.
+struct StoredSnapshot {
+  int32_t iteration = 0;
+  int64_t number = 0;  // in file order, from 1
+};
+std::optional<StoredSnapshot> FindNewestSnapshot(const std::string& store);
+
+// Replaces `destination` by that snapshot and no other; its failures are those of RestoreSnapshot.
+Status WriteSnapshot(const std::string& store, const StoredSnapshot& snapshot,
+                     const std::string& destination);
 
 struct RestoreResult {
   Status status;

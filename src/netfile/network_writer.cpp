@@ -1,5 +1,8 @@
 #include "netfile/network_writer.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -61,6 +64,16 @@ bool WriteNetwork(OutputFile& file, const Network& network) {
   return WriteHeader(file, network, HeaderKind::kNetwork) && WriteWeights(file, network) &&
          WriteConnections(file, network) && WriteTestPatterns(file, network) &&
          WriteNormalize(file, network);
+}
+
+bool CanBeReadBack(const Network& network) {
+  const auto is_finite = [](float value) { return std::isfinite(value); };
+  const std::array rates = {network.Eta,    network.Alpha,    network.EtaMin,
+                            network.EtaMax, network.FastProp, network.Tolerance};
+  return std::ranges::all_of(rates, is_finite) &&
+         std::ranges::all_of(network.layers, [&](const Layer& layer) {
+           return std::ranges::all_of(layer.weights.All(), is_finite);
+         });
 }
 
 Status WriteNetworkFile(const std::string& path, const Network& network) {

@@ -31,6 +31,10 @@ bool WriteNormalize(OutputFile& file, const Network& network);
 // The whole network, header and four sections, into an open file. False when a write failed.
 bool WriteNetwork(OutputFile& file, const Network& network);
 
+// Whether a reader would take the network from a file as it is: all its rates and weights are
+// finite.
+bool CanBeReadBack(const Network& network);
+
 // Writes the network to `path`. The network's own file, that is a path equal to file_name byte
 // for byte, is replaced; any other is appended to. After a failure ("Cannot Write to Network
 // File") the file is as it was.

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 
 #include "app/session_fixture.h"
@@ -69,6 +70,21 @@ TEST_F(Saving, ChangesNothingWhenItFails) {
   EXPECT_FALSE(m_session.saved);
   EXPECT_THAT(m_dialogs.told,
               ElementsAre("File Save Error - FILE NOT SAVED!|Cannot Write to Network File"));
+}
+
+TEST_F(Saving, AsksBeforeItWritesWhatCouldNotBeReadBack) {
+  const std::string before = m_files.Get("/home/nets/test.net").value();
+  m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::infinity();
+  m_dialogs.answers = {Answer::kNo, Answer::kYes};
+  m_session.saved = false;
+  EXPECT_FALSE(SaveNetwork(m_session, m_dialogs));
+  EXPECT_FALSE(m_session.saved);
+  EXPECT_EQ(m_files.Get("/home/nets/test.net").value(), before);
+  EXPECT_TRUE(SaveNetwork(m_session, m_dialogs));
+  EXPECT_NE(m_files.Get("/home/nets/test.net").value(), before);
+  EXPECT_THAT(m_dialogs.asked.back(),
+              "Tarn Warning|The network holds values that are infinite or not numbers: its file "
+              "could not be read back. Save it all the same?");
 }
 
 TEST_F(Saving, WritesTheSetupToItsOwnFileOrAnother) {

@@ -32,6 +32,8 @@ class RecordingView : public TrainingView {
   int changes = 0;
 };
 
+constexpr float kHuge = 1e30F;  // the square of it is infinite
+
 bool IsTemporary(const std::string& path) {
   return path.starts_with(Slashes(JoinPath(TemporaryFolder(), "Tarn")));
 }
@@ -291,6 +293,78 @@ TEST_F(TrainingDeskTest, KeepsSnapshotsAndSavesTheOneChosen) {
   EXPECT_EQ(m_dialogs.file_questions.back(),
             "Save Tarn Network As...|Tarn Files (*.net)|*.net|All Files(*.*)|*.*|");
   EXPECT_TRUE(m_files.Get("/home/snapshot.net").value_or("").starts_with("TARNV2.1\nTest\n"));
+}
+
+TEST_F(TrainingDeskTest, TellsThatARunHasDiverged) {
+  Desk();
+  m_network.targets.Row(0)[0] = kHuge;
+  RunToTheEnd();
+  EXPECT_THAT(m_dialogs.told, IsEmpty()) << "not within the run";
+  Desk().TellPending();
+  Desk().TellPending();
+  EXPECT_THAT(m_dialogs.told,
+              ElementsAre("Tarn Warning|Training stopped at iteration 1: the error is infinite or "
+                          "not a number."));
+  EXPECT_FALSE(Desk().IsUnderWay());
+}
+
+TEST_F(TrainingDeskTest, OffersTheLastSnapshotOfARunThatHasDiverged) {
+  SetLine(8, "3 0");
+  Desk().Start();
+  while (m_network.iteration < 7) ASSERT_TRUE(Desk().Work(0));
+  m_network.targets.Row(0)[0] = kHuge;
+  while (Desk().Work(1000)) {
+  }
+  m_dialogs.answers = {Answer::kYes};
+  m_dialogs.files = {m_network.file_name};
+  m_session.saved = true;
+  Desk().TellPending();
+  const int32_t last = (m_network.iteration - 1) / 3 * 3;
+  const std::string expected = "Tarn Warning|Training stopped at iteration " +
+                               std::to_string(m_network.iteration) +
+                               ": the error is infinite or not a number. Save the network as it "
+                               "was at iteration " +
+                               std::to_string(last) + ", the last AutoSave snapshot?";
+  EXPECT_THAT(m_dialogs.asked, ElementsAre(expected));
+  EXPECT_TRUE(m_files.Get("/home/nets/test.net").value_or("").starts_with("TARNV2.1\nTest\n"));
+  EXPECT_FALSE(m_session.saved) << "the file holds another network";
+  EXPECT_THAT(m_dialogs.told, IsEmpty());
+}
+
+TEST_F(TrainingDeskTest, NotesTheRunFromItsFirstSnapshotOn) {
+  SetLine(8, "8 0");
+  Desk().Start();
+  const std::string folder = TemporaryFolder();
+  EXPECT_THAT(FindInterruptedRuns(folder), IsEmpty());
+  while (Desk().Work(1000)) {
+  }
+  ASSERT_EQ(FindInterruptedRuns(folder).size(), 1U);
+  EXPECT_EQ(Slashes(FindInterruptedRuns(folder)[0].network), "/home/nets/test.net");
+  m_dialogs.files = {"/home/nets/new.net"};
+  Desk().SaveAs();
+  ASSERT_EQ(FindInterruptedRuns(folder).size(), 1U);
+  EXPECT_EQ(FindInterruptedRuns(folder)[0].network, "/home/nets/new.net");
+  m_desk.reset();
+  EXPECT_THAT(FindInterruptedRuns(folder), IsEmpty());
+}
+
+TEST_F(TrainingDeskTest, LeavesItsSnapshotsWhenNobodyCouldBeAsked) {
+  SetLine(8, "8 0");
+  RunToTheEnd();
+  Desk().LeaveSnapshots();
+  m_desk.reset();
+  const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
+  ASSERT_EQ(runs.size(), 1U);
+  const std::optional<StoredSnapshot> newest = NewerSnapshot(runs[0]);
+  ASSERT_TRUE(newest.has_value());
+  EXPECT_EQ(newest->iteration, 16);
+  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 2) << "the store and its note";
+}
+
+TEST_F(TrainingDeskTest, LeavesNothingWhenThereIsNoSnapshot) {
+  RunToTheEnd();
+  Desk().LeaveSnapshots();
+  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
 }
 
 TEST_F(TrainingDeskTest, SavesNoSnapshotThatIsNotThere) {

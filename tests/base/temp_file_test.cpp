@@ -72,7 +72,7 @@ TEST(TempFile, FailsWhereNoFileCanBeMade) {
 // Files in memory of a system that has a way of its own to make temporary ones.
 class FilesWithTemporaries : public MemoryFiles {
  public:
-  std::string MakeTemporary(const std::string& folder, const char* prefix) override {
+  std::string MakeTemporary(const std::string& folder, const char* prefix, Lifetime) override {
     if (!IsDirectory(folder)) return {};
     std::string path = folder + "/" + std::string(prefix).substr(0, 3) + "1.tmp";
     Put(path, "");

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -47,6 +48,35 @@ TEST_F(TrainCommand, PrintsAHeaderAndALineForEveryScreenUpdate) {
       EXPECT_EQ(end - point, 7U) << line;
     }
   }
+}
+
+// With a momentum of ten every change is ten times the one before, until there are no numbers left.
+TEST_F(TrainCommand, EndsWhenTheErrorIsNoNumberAndLeavesTheFileAlone) {
+  SetLine(5, "0 0.1 0.01 0.3 10 0");
+  SetLine(6, "1000");
+  const std::string before = Read("test.net");
+  const RunResult result = Run({"train", "test.net", "--seed", "1", "--error-history", "a.err"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.err,
+              testing::ContainsRegex("^tarn-cli: Training stopped at iteration [0-9]+: the error "
+                                     "is infinite or not a number\nTraining Run Stopped\n"));
+  EXPECT_EQ(result.err.find("\nsaved"), std::string::npos);
+  EXPECT_EQ(Read("test.net"), before);
+  EXPECT_GT(Lines(Read("a.err")), 1);
+}
+
+TEST_F(TrainCommand, NamesTheLastSnapshotOfARunThatHasDiverged) {
+  SetLine(5, "0 0.1 0.01 0.3 10 0");
+  SetLine(6, "1000");
+  const RunResult result = Run({"train", "test.net", "--seed", "1", "--autosave", "store"});
+  EXPECT_EQ(result.status, 1);
+  const std::string notice =
+      "tarn-cli: notice: the last snapshot in " + Path("store") + " is of iteration ";
+  const size_t found = result.err.find(notice);
+  ASSERT_NE(found, std::string::npos) << result.err;
+  const std::string rest = result.err.substr(found + notice.size());
+  Do({"restore", "store", rest.substr(0, rest.find('\n')), "back.net"});
+  EXPECT_EQ(Run({"recall", "back.net", "--inputs", "data.txt"}).status, 0);
 }
 
 TEST_F(TrainCommand, SavesTheTrainedNetworkAndPrintsASummary) {
@@ -242,6 +272,8 @@ TEST_F(TrainCommand, KeepsANetworkThatCannotBeSavedElsewhere) {
             "tarn-cli: notice: the trained network is kept in " +
                 rescued + "\n");
   EXPECT_NE(ReadFile(rescued).find("WEIGHTS:READ\n"), std::string::npos);
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(rescued).permissions(), perms::owner_read | perms::owner_write);
 }
 
 TEST_F(TrainCommand, SavesAlthoughItsFiguresCannotBePrinted) {

@@ -1,5 +1,7 @@
 #include "netfile/autosave_store.h"
 
+#include <limits>
+
 #include "netfile/connections_section.h"
 #include "netfile/weights_section.h"
 #include "netfile_test.h"
@@ -92,6 +94,51 @@ TEST_F(AutoSaveStore, RestoresTheSnapshotOfAnIteration) {
     EXPECT_EQ(Get("/home/restored.net"), TextOf(At(iteration)));
   }
   EXPECT_EQ(m_files.OpenHandles(), 0);
+}
+
+TEST_F(AutoSaveStore, FindsTheNewestSnapshotThatIsThereAsAWhole) {
+  EXPECT_FALSE(FindNewestSnapshot("/home/none").has_value());
+  EXPECT_FALSE(FindNewestSnapshot("/home/store").has_value());
+  for (const int32_t iteration : {5, 50}) Append(iteration);
+  const std::string store = Get("/home/store");
+  const size_t second = store.rfind("ITERATION");
+  for (size_t size = 0; size <= store.size(); ++size) {
+    m_files.Put("/home/store", store.substr(0, size));
+    const std::optional<StoredSnapshot> newest = FindNewestSnapshot("/home/store");
+    const int expected = size == store.size() ? 50 : size < second ? 0 : 5;
+    ASSERT_EQ(newest ? newest->iteration : 0, expected) << size << " bytes";
+    if (!newest) continue;
+    ASSERT_TRUE(WriteSnapshot("/home/store", *newest, "/home/newest.net").ok());
+    ASSERT_EQ(Get("/home/newest.net"), TextOf(At(expected))) << "alone";
+  }
+}
+
+TEST_F(AutoSaveStore, WritesASnapshotWholeOrNotAtAllWheneverTheDiskFails) {
+  Append(5);
+  const StoredSnapshot snapshot = FindNewestSnapshot("/home/store").value();
+  m_files.Put("/home/newest.net", "old");
+  Status written;
+  const int64_t faults = ForEveryFault(
+      m_faulty, FaultyFiles::Fault::kOnce, FaultyFiles::Kinds::kAll, [] {},
+      [&] { written = WriteSnapshot("/home/store", snapshot, "/home/newest.net"); },
+      [&](bool struck) {
+        EXPECT_TRUE(struck || written.ok());
+        if (!written.ok()) {
+          EXPECT_THAT(written.message(),
+                      testing::AnyOf("AutoSave File Not Found", "Error Writing Network File"));
+        }
+        EXPECT_EQ(Get("/home/newest.net"), written.ok() ? TextOf(At(5)) : "old");
+        m_files.Put("/home/newest.net", "old");
+      });
+  EXPECT_GE(faults, 5);
+}
+
+TEST_F(AutoSaveStore, TakesNoNetworkThatCouldNotBeReadBack) {
+  Append(5);
+  const std::string before = Get("/home/store");
+  m_network.layers[2].weights.All()[0] = std::numeric_limits<float>::infinity();
+  EXPECT_FALSE(AppendSnapshot("/home/store", m_network));
+  EXPECT_EQ(Get("/home/store"), before);
 }
 
 TEST_F(AutoSaveStore, MatchesAnIterationByTheBeginningOfItsLine) {

@@ -268,6 +268,25 @@ TEST_F(NetworkWriter, AppendsToAnyOtherFile) {
   EXPECT_EQ(Get("/home/a.net"), "before\n" + std::string(kFullText));
 }
 
+TEST_F(NetworkWriter, KnowsWhatCouldNotBeReadBack) {
+  m_network = FullNetwork();
+  EXPECT_TRUE(CanBeReadBack(m_network));
+  for (const float value :
+       {std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN()}) {
+    for (float Network::*rate : {&Network::Eta, &Network::Alpha, &Network::EtaMin, &Network::EtaMax,
+                                 &Network::FastProp, &Network::Tolerance}) {
+      Network network = m_network;
+      network.*rate = value;
+      EXPECT_FALSE(CanBeReadBack(network));
+    }
+    Network network = m_network;
+    network.layers[2].weights.All().back() = -value;
+    EXPECT_FALSE(CanBeReadBack(network));
+  }
+  m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::max();
+  EXPECT_TRUE(CanBeReadBack(m_network));
+}
+
 TEST_F(NetworkWriter, FailsWhereNoFileCanBeMade) {
   m_network = FullNetwork();
   m_network.file_name = "/no such folder/a.net";

@@ -85,13 +85,14 @@ void MemoryFiles::AddFolder(const std::string& path) {
 void MemoryFiles::Put(const std::string& path, std::string_view bytes) {
   const std::string full = Absolute(path);
   AddFolder(FolderOf(full));
-  m_files[full] = std::make_shared<std::string>(bytes);
+  m_files[full] = std::make_shared<Content>(Content{std::string(bytes)});
+  Touch(*m_files[full]);
 }
 
 std::optional<std::string> MemoryFiles::Get(const std::string& path) const {
   const auto found = m_files.find(Absolute(path));
   if (found == m_files.end()) return std::nullopt;
-  return *found->second;
+  return found->second->bytes;
 }
 
 std::vector<std::string> MemoryFiles::Paths() const {
@@ -123,7 +124,9 @@ FileLayer::Handle MemoryFiles::Keep(OpenFile opened) {
 
 MemoryFiles::Bytes MemoryFiles::Create(const std::string& full_path) {
   if (m_folders.count(FolderOf(full_path)) == 0) return nullptr;
-  return m_files[full_path] = std::make_shared<std::string>();
+  Bytes content = std::make_shared<Content>();
+  Touch(*content);
+  return m_files[full_path] = std::move(content);
 }
 
 FileLayer::Handle MemoryFiles::Open(const std::string& path, Mode mode) {
@@ -134,7 +137,10 @@ FileLayer::Handle MemoryFiles::Open(const std::string& path, Mode mode) {
   if (bytes != nullptr && mode == Mode::kCreateNew) return kNoFile;
   if (bytes == nullptr && mode != Mode::kRead) bytes = Create(full);
   if (bytes == nullptr) return kNoFile;
-  if (mode == Mode::kCreate) bytes->clear();
+  if (mode == Mode::kCreate) {
+    bytes->bytes.clear();
+    Touch(*bytes);
+  }
   return Keep({.bytes = bytes,
                .readable = mode == Mode::kRead || mode == Mode::kCreateNew,
                .writable = mode != Mode::kRead,
@@ -144,9 +150,10 @@ FileLayer::Handle MemoryFiles::Open(const std::string& path, Mode mode) {
 int64_t MemoryFiles::Read(Handle file, void* data, size_t size) {
   OpenFile* opened = Find(file);
   if (opened == nullptr || !opened->readable) return -1;
-  if (opened->position >= opened->bytes->size()) return 0;
-  const size_t count = std::min(size, opened->bytes->size() - opened->position);
-  std::memcpy(data, opened->bytes->data() + opened->position, count);
+  const std::string& bytes = opened->bytes->bytes;
+  if (opened->position >= bytes.size()) return 0;
+  const size_t count = std::min(size, bytes.size() - opened->position);
+  std::memcpy(data, bytes.data() + opened->position, count);
   opened->position += count;
   return static_cast<int64_t>(count);
 }
@@ -154,7 +161,8 @@ int64_t MemoryFiles::Read(Handle file, void* data, size_t size) {
 int64_t MemoryFiles::Write(Handle file, const void* data, size_t size) {
   OpenFile* opened = Find(file);
   if (opened == nullptr || !opened->writable) return -1;
-  std::string& bytes = *opened->bytes;
+  std::string& bytes = opened->bytes->bytes;
+  Touch(*opened->bytes);
   if (opened->appends) opened->position = bytes.size();
   if (bytes.size() < opened->position + size) bytes.resize(opened->position + size);
   if (size > 0) std::memcpy(bytes.data() + opened->position, data, size);
@@ -171,13 +179,14 @@ bool MemoryFiles::Seek(Handle file, int64_t position) {
 
 int64_t MemoryFiles::Size(Handle file) {
   const OpenFile* opened = Find(file);
-  return opened == nullptr ? -1 : static_cast<int64_t>(opened->bytes->size());
+  return opened == nullptr ? -1 : static_cast<int64_t>(opened->bytes->bytes.size());
 }
 
 bool MemoryFiles::Truncate(Handle file, int64_t size) {
   const OpenFile* opened = Find(file);
   if (opened == nullptr || !opened->writable || size < 0) return false;
-  opened->bytes->resize(static_cast<size_t>(size));
+  opened->bytes->bytes.resize(static_cast<size_t>(size));
+  Touch(*opened->bytes);
   return true;
 }
 
@@ -209,6 +218,12 @@ bool MemoryFiles::CopyMode(const std::string& from, const std::string& to) {
 
 bool MemoryFiles::IsDirectory(const std::string& path) {
   return m_folders.count(Absolute(path)) > 0;
+}
+
+std::optional<int64_t> MemoryFiles::WriteTime(const std::string& path) {
+  const auto found = m_files.find(Absolute(path));
+  if (found == m_files.end()) return std::nullopt;
+  return found->second->written;
 }
 
 bool MemoryFiles::EnterDirectory(const std::string& path) {

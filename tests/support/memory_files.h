@@ -52,6 +52,9 @@ class MemoryFiles : public FileLayer {
 
   bool IsSpecial(const std::string&) override { return false; }
   bool IsDirectory(const std::string& path) override;
+  bool IsOwnFile(const std::string& path) override { return Exists(path); }
+  // Every write is later than the one before.
+  std::optional<int64_t> WriteTime(const std::string& path) override;
   bool EnterDirectory(const std::string& path) override;
   std::string CurrentDirectory() override { return m_current; }
   std::vector<std::string> NamesIn(const std::string& folder) override;
@@ -60,7 +63,11 @@ class MemoryFiles : public FileLayer {
   std::string_view LineEnd() const override { return m_line_end; }
 
  private:
-  using Bytes = std::shared_ptr<std::string>;
+  struct Content {
+    std::string bytes;
+    int64_t written = 0;  // the count of writes to all files, then
+  };
+  using Bytes = std::shared_ptr<Content>;
 
   // By the rules of the system: Windows does not tell cases apart.
   struct Before {
@@ -81,12 +88,14 @@ class MemoryFiles : public FileLayer {
   OpenFile* Find(Handle file);
   Handle Keep(OpenFile opened);
   Bytes Create(const std::string& full_path);
+  void Touch(Content& content) { content.written = ++m_writes; }
 
   std::map<std::string, Bytes, Before> m_files;
   std::set<std::string, Before> m_folders;
   std::string m_current = "/";
   std::string m_line_end = "\n";
   std::vector<OpenFile> m_open;
+  int64_t m_writes = 0;
 };
 
 }  // namespace tarn

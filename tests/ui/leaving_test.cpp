@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 #include <wx/app.h>
 #include <wx/utils.h>
 
+#include "base/paths.h"
 #include "resources/controls.h"
 #include "ui/main_window_fixture.h"
 
@@ -123,6 +125,35 @@ TEST_F(Leaving, StopsARunAndSavesItsLastState) {
   Until([this] { return !FrameIsOpen(); });
   EXPECT_THAT(m_native.boxes, ElementsAre(kQuestion));
   EXPECT_NE(ReadFile(m_folder / "iris.net").find("WEIGHTS:READ"), std::string::npos);
+}
+
+TEST_F(Leaving, KeepsTheSnapshotsForTheNextStartWhenItIsForcedTo) {
+  StartLongRun();
+  m_session->network.SaveRate = 10;
+  const int32_t then = m_session->network.iteration;
+  Until([&] { return m_session->network.iteration > then + 20; });
+  Frame().Close(true);
+  Until([this] { return !FrameIsOpen(); });
+  EXPECT_THAT(m_native.boxes, IsEmpty());
+  OpenFrame();
+  const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
+  ASSERT_EQ(runs.size(), 1U);
+  m_native.answers = {wxID_YES};
+  m_dialogs->files = {m_folder / "back.net"};
+  Frame().OfferInterruptedRuns(runs);
+  ASSERT_EQ(m_native.boxes.size(), 1U);
+  EXPECT_THAT(m_native.boxes[0], testing::HasSubstr("was interrupted. Its AutoSave snapshot"));
+  EXPECT_EQ(Caption(), "Tarn - " + m_folder / "back.net");
+  EXPECT_NE(ReadFile(m_folder / "back.net").find("WEIGHTS:READ"), std::string::npos);
+  EXPECT_THAT(FindInterruptedRuns(TemporaryFolder()), IsEmpty());
+}
+
+TEST_F(Leaving, TellsFirstThatARunHasDiverged) {
+  StartLongRun();
+  m_session->network.targets.Row(0)[0] = 1e30F;
+  Until([this] { return !m_native.boxes.empty(); });
+  EXPECT_THAT(m_native.boxes[0], testing::StartsWith("Tarn Warning|Training stopped at iteration"));
+  EXPECT_FALSE(Frame().training()->desk().IsUnderWay());
 }
 
 TEST_F(Leaving, GoesBackToTheStartUpWindowByRestart) {

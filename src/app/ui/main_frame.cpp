@@ -119,6 +119,11 @@ void TMain::EndOutOfMemory() {
   m_dialogs.Tell(kTarnErrorCaption, kAborting);
 }
 
+void TMain::OfferInterruptedRuns(const std::vector<InterruptedRun>& runs) {
+  tarn::OfferInterruptedRuns(runs, m_session, m_dialogs);
+  UpdateCaption();
+}
+
 void TMain::New() {
   StartNewNetwork(m_session);
   UpdateCaption();
@@ -387,7 +392,11 @@ void TMain::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
-  if (m_training != nullptr) m_training->StopTraining();
+  if (m_training != nullptr) {
+    m_training->StopTraining();
+    // Nobody could be asked.
+    if (!event.CanVeto()) m_training->LeaveSnapshots();
+  }
   if (!IsFree()) {
     // The dialogs are in the midst of their loops: they end first, one by one.
     m_close_forced = true;

@@ -3,11 +3,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 #include <wx/frame.h>
 #include <wx/utils.h>
 
 #include "app/application_paths.h"
 #include "app/dialogs.h"
+#include "app/interrupted_runs.h"
 #include "app/main_window_rules.h"
 #include "app/network_loader.h"
 #include "app/session.h"
@@ -31,6 +33,8 @@ class TMain : public wxFrame {
   TMain(const TMain&) = delete;
   TMain& operator=(const TMain&) = delete;
 
+  // As the program starts.
+  void OfferInterruptedRuns(const std::vector<InterruptedRun>& runs);
   // As the Open command does with the file chosen.
   void OpenFile(const std::string& path);
   // Tells that memory has run out, and leaves no temporary files: the program ends in the midst

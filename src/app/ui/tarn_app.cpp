@@ -38,14 +38,19 @@ bool TTarnApp::OnInit() {
   if (!wxApp::OnInit()) return false;
   m_reserve = std::make_unique<char[]>(kReserveBytes);
   PrepareWindows();
-  RemoveAbandonedFiles(TemporaryFolder());
+  const std::vector<InterruptedRun> interrupted = FindInterruptedRuns(TemporaryFolder());
+  RemoveAbandonedFiles(TemporaryFolder(), StoresOf(interrupted));
   m_paths = std::make_unique<ApplicationPaths>(FormApplicationPaths());
   m_session = std::make_unique<Session>();
   m_dialogs = std::make_unique<WindowDialogs>(*m_paths);
   auto* frame = new TMain(*m_session, *m_dialogs, *m_paths, SteadyClock());
   SetTopWindow(frame);
   frame->Show();
-  if (!m_file.empty()) frame->OpenFile(m_file);
+  // Questions are asked when the window is there.
+  frame->CallAfter([this, frame, interrupted] {
+    frame->OfferInterruptedRuns(interrupted);
+    if (!m_file.empty()) frame->OpenFile(m_file);
+  });
   return true;
 }
 

@@ -80,7 +80,7 @@ TrainRunDlg::TrainRunDlg(wxFrame& frame, Session& session, Dialogs& dialogs, con
       },
       kHaltButton);
   m_halt_timer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { m_desk.WorkWhileHalted(); });
-  ShowStatus(kTrainingStatus);
+  TrainRunDlg::ShowStatus(kTrainingStatus);
   ShowFigures();
   Control(*this, kStartButton).SetFocus();
 }
@@ -92,7 +92,7 @@ void TrainRunDlg::Hold(bool hold) {
 
 void TrainRunDlg::Abandon() {
   Hold(true);
-  m_desk.RemoveFiles();
+  m_desk.LeaveSnapshots();
 }
 
 void TrainRunDlg::OnIdle(wxIdleEvent& event) {

@@ -29,6 +29,8 @@ class TrainRunDlg : public wxPanel, private TrainingView {
   // While something else has the network in hand, no slice is worked.
   void Hold(bool hold);
   void StopTraining() { m_desk.Stop(); }
+  // The program ends, and nobody could be asked whether to save.
+  void LeaveSnapshots() { m_desk.LeaveSnapshots(); }
   // The program is about to end without a word more.
   void Abandon();
   const TrainingDesk& desk() const { return m_desk; }

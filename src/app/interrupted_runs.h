@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/dialogs.h"
+#include "app/session.h"
+#include "netfile/autosave_store.h"
+
+// A training run that was killed leaves its AutoSave store, and beside it a note of whose it is.
+// The next start of the program offers its newest snapshot.
+
+namespace tarn {
+
+// The note of a run that has a store: a file "Tarn<process>-xxxxxx.run" in the folder of the store,
+// that belongs to the user alone where files have modes. It holds "TARN RUN 1", the full path of
+// the network file and that of the store, with a zero byte behind each. Removed with the object.
+class RunNote {
+ public:
+  RunNote() = default;
+  ~RunNote() { Remove(); }
+  RunNote(const RunNote&) = delete;
+  RunNote& operator=(const RunNote&) = delete;
+
+  // Makes the note, or writes it anew. A run whose note cannot be written is not offered.
+  void Write(const std::string& folder, const std::string& network, const std::string& store);
+  bool IsThere() const { return !m_path.empty(); }
+  void Remove();
+  // It stays behind.
+  void Release() { m_path.clear(); }
+
+ private:
+  std::string m_path;
+};
+
+struct InterruptedRun {
+  std::string note;
+  std::string network;
+  std::string store;
+};
+
+// What the notes in `folder` tell whose process has ended. Notes and stores that are not files of
+// this user, and stores that are not in the folder, are passed over.
+std::vector<InterruptedRun> FindInterruptedRuns(const std::string& folder);
+
+// The stores of them, which are to stay.
+std::vector<std::string> StoresOf(const std::vector<InterruptedRun>& runs);
+
+// The newest snapshot of the run, where it is newer than the network file or that is missing.
+std::optional<StoredSnapshot> NewerSnapshot(const InterruptedRun& run);
+
+// Asks for each run with such a snapshot whether to save it as a network file, which is the open
+// network then. What is not to be asked for again is removed.
+void OfferInterruptedRuns(const std::vector<InterruptedRun>& runs, Session& session,
+                          Dialogs& dialogs);
+
+}  // namespace tarn
