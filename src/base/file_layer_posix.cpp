@@ -51,6 +51,40 @@ bool IsOwnHandle(std::string_view path) {
          path.starts_with("/proc/self/fd/");
 }
 
+// A file that this process has made, opened for its rights to be changed: nothing that somebody
+// who may write to the folder has put in its place, neither a link nor another name of a file.
+class MadeFile {
+ public:
+  MadeFile(const std::string& path, struct stat& info)
+      : m_handle(::open(Name(path), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)) {
+    if (m_handle < 0) return;
+    m_is_plain = ::fstat(m_handle, &info) == 0 && S_ISREG(info.st_mode) && info.st_nlink <= 1;
+  }
+  ~MadeFile() {
+    if (m_handle >= 0) ::close(m_handle);
+  }
+  MadeFile(const MadeFile&) = delete;
+  MadeFile& operator=(const MadeFile&) = delete;
+
+  bool IsOpen() const { return m_is_plain; }
+  int handle() const { return m_handle; }
+
+ private:
+  int m_handle;
+  bool m_is_plain = false;
+};
+
+// Whether somebody else has put the link into a folder that all may write to. The system follows
+// none of those either.
+bool IsForeignLink(const std::filesystem::path& link) {
+  struct stat info {};
+  struct stat folder {};
+  const std::filesystem::path parent = link.has_parent_path() ? link.parent_path() : ".";
+  if (::lstat(link.c_str(), &info) != 0 || ::stat(parent.c_str(), &folder) != 0) return false;
+  const bool shared = (folder.st_mode & S_IWOTH) != 0;
+  return shared && info.st_uid != ::geteuid() && info.st_uid != folder.st_uid;
+}
+
 class PosixFiles : public FileLayer {
  public:
   Handle Open(const std::string& path, Mode mode) override {
@@ -112,21 +146,25 @@ class PosixFiles : public FileLayer {
   bool CopyMode(const std::string& from, const std::string& to) override {
     struct stat info {};
     struct stat mine {};
-    if (::stat(Name(from), &info) != 0 || ::stat(Name(to), &mine) != 0) return false;
-    mode_t rights = info.st_mode & 07777;
+    if (::lstat(Name(from), &info) != 0 || S_ISLNK(info.st_mode)) return false;
+    const MadeFile file(to, mine);
+    if (!file.IsOpen()) return false;
+    mode_t rights = info.st_mode & 0777;
     const bool same_owner = info.st_uid == mine.st_uid && info.st_gid == mine.st_gid;
-    if (!same_owner && ::chown(Name(to), info.st_uid, info.st_gid) != 0) {
+    if (!same_owner && ::fchown(file.handle(), info.st_uid, info.st_gid) != 0) {
       // What was meant for one group is not given to another.
-      if (::chown(Name(to), static_cast<uid_t>(-1), info.st_gid) != 0) rights &= ~mode_t{070};
-      rights &= 0777;
+      const auto same_user = static_cast<uid_t>(-1);
+      if (::fchown(file.handle(), same_user, info.st_gid) != 0) rights &= ~mode_t{070};
     }
-    return ::chmod(Name(to), rights) == 0;
+    return ::fchmod(file.handle(), rights) == 0;
   }
 
   bool GiveDefaultMode(const std::string& path) override {
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    return ::chmod(Name(path), 0666 & ~mask) == 0;
+    struct stat info {};
+    const MadeFile file(path, info);
+    return file.IsOpen() && ::fchmod(file.handle(), 0666 & ~mask) == 0;
   }
 
   bool IsWriteProtected(const std::string& path) override {
@@ -139,7 +177,7 @@ class PosixFiles : public FileLayer {
     std::filesystem::path file = Name(path);
     if (file.empty()) return {};
     for (int i = 0; std::filesystem::is_symlink(file, error); ++i) {
-      if (i == kMostLinks) return {};
+      if (i == kMostLinks || IsForeignLink(file)) return {};
       const std::filesystem::path target = std::filesystem::read_symlink(file, error);
       if (error) return path;
       file = file.parent_path() / target;
@@ -160,6 +198,18 @@ class PosixFiles : public FileLayer {
   bool IsDirectory(const std::string& path) override {
     std::error_code error;
     return std::filesystem::is_directory(Name(path), error);
+  }
+
+  bool IsOwnFile(const std::string& path) override {
+    struct stat info {};
+    return ::lstat(Name(path), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == ::geteuid();
+  }
+
+  std::optional<int64_t> WriteTime(const std::string& path) override {
+    constexpr int64_t kNanoseconds = 1000000000;
+    struct stat info {};
+    if (::stat(Name(path), &info) != 0) return std::nullopt;
+    return info.st_mtim.tv_sec * kNanoseconds + info.st_mtim.tv_nsec;
   }
 
   bool EnterDirectory(const std::string& path) override { return ::chdir(Name(path)) == 0; }

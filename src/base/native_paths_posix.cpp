@@ -23,6 +23,7 @@ std::string FromItsDrive(const std::string& path) {
 }
 
 std::string NamedTemporaryFolder() {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
   const char* named = std::getenv("TMPDIR");
   if (named != nullptr && *named != '\0' && Files().IsDirectory(named)) return FullPath(named);
   return "/tmp";

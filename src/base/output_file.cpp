@@ -77,13 +77,14 @@ bool OutputFile::Start(Way way, const std::string& path, FileLayer::Mode mode) {
   return m_file != FileLayer::kNoFile;
 }
 
-bool OutputFile::OpenReplacing(const std::string& path, Content content) {
+bool OutputFile::OpenReplacing(const std::string& path, Content content, Links links) {
   Discard();
   m_line_end = content == Content::kText ? Files().LineEnd() : kStoredAsWritten;
+  const bool follow = links == Links::kFollowed;
   // A device is asked for by the name given: what its links lead to need not be a name.
-  if (Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
+  if (follow && Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
-  m_path = FullPath(Files().ResolveLinks(path));
+  m_path = FullPath(follow ? Files().ResolveLinks(path) : path);
   if (path.empty() || m_path.empty()) return false;
   if (Files().IsDirectory(m_path) || Files().IsWriteProtected(m_path)) return false;
   RemoveLeftovers(m_path);
@@ -91,13 +92,17 @@ bool OutputFile::OpenReplacing(const std::string& path, Content content) {
 }
 
 bool OutputFile::OpenNew(const std::string& path) {
+  if (!OpenPrivate(path)) return false;
+  Files().GiveDefaultMode(m_path);
+  return true;
+}
+
+bool OutputFile::OpenPrivate(const std::string& path) {
   Discard();
   m_line_end = Files().LineEnd();
   m_path = FullPath(path);
-  if (path.empty() || !Start(Way::kNew, m_path, FileLayer::Mode::kCreateNew)) return false;
-  m_created = true;
-  Files().GiveDefaultMode(m_path);
-  return true;
+  m_created = !path.empty() && Start(Way::kNew, m_path, FileLayer::Mode::kCreateNew);
+  return m_created;
 }
 
 bool OutputFile::OpenAppending(const std::string& path) {

@@ -16,19 +16,25 @@ namespace tarn {
 class OutputFile {
  public:
   enum class Content { kText, kBytes };
+  // What becomes of a symbolic link that has the name of the file: a link that the user names is
+  // followed and stays a link, one that happens to be there is replaced.
+  enum class Links { kFollowed, kReplaced };
 
   OutputFile() = default;
   ~OutputFile() { Discard(); }
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  // Replaces the file `path`: writes a temporary in its folder that Commit renames over it.
-  // A symbolic link is followed and stays a link; the old file's access rights are kept. A
-  // device or a pipe is written as it stands. False when the file may not be written or the
-  // folder takes no new file.
-  bool OpenReplacing(const std::string& path, Content content = Content::kText);
+  // Replaces the file `path`: writes a temporary in its folder that Commit renames over it. The
+  // old file's access rights are kept. A device or a pipe is written as it stands, unless links
+  // are replaced: then it is, too. False when the file may not be written or the folder takes no
+  // new file.
+  bool OpenReplacing(const std::string& path, Content content = Content::kText,
+                     Links links = Links::kFollowed);
   // Creates the file `path`; one that exists already is never touched.
   bool OpenNew(const std::string& path);
+  // The same for the user alone, where files have modes.
+  bool OpenPrivate(const std::string& path);
   // Appends to the file `path`, creating it when missing; Discard cuts it back to its old
   // length, or removes it when it is new.
   bool OpenAppending(const std::string& path);

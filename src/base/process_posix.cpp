@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <limits>
 #include <signal.h>
 #include <unistd.h>
 
@@ -22,7 +24,9 @@ uint64_t PhysicalMemory() {
   const long pages = ::sysconf(_SC_PHYS_PAGES);
   const long page_size = ::sysconf(_SC_PAGESIZE);
   if (pages <= 0 || page_size <= 0) return uint64_t{1} << 32;
-  return static_cast<uint64_t>(pages) * static_cast<uint64_t>(page_size);
+  // A 32-bit program cannot reach all of it.
+  const uint64_t reachable = std::numeric_limits<size_t>::max() / 2;
+  return std::min(static_cast<uint64_t>(pages) * static_cast<uint64_t>(page_size), reachable);
 }
 
 }  // namespace tarn

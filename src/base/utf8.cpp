@@ -53,4 +53,18 @@ size_t CharacterLength(std::string_view text) {
   return text.size() - rest.size();
 }
 
+std::string WithoutControls(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const std::string_view bytes = text.substr(0, CharacterLength(text));
+    const bool whole = TakeCharacter(text) != kReplacementCharacter;
+    const auto last = static_cast<uint8_t>(bytes.back());
+    // Those from 0x80 on are two bytes each as text, and one in terminals of other encodings.
+    const bool upper = last >= 0x80 && last < 0xA0 && (bytes.front() == '\xC2' || !whole);
+    const bool lower = last < 0x20 && last != '\n' && last != '\t';
+    plain += lower || upper || last == 0x7F ? "?" : bytes;
+  }
+  return plain;
+}
+
 }  // namespace tarn

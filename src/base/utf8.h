@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace tarn {
@@ -13,5 +14,9 @@ char32_t TakeCharacter(std::string_view& text);
 
 // Bytes of the first character, 1 to 4; `text` is not empty.
 size_t CharacterLength(std::string_view text);
+
+// The text with a "?" for every character that would steer a terminal: all control characters but
+// tabs and line feeds, and single bytes that some terminals take for such.
+std::string WithoutControls(std::string_view text);
 
 }  // namespace tarn

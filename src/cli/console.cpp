@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <fmt/printf.h>
 
+#include "base/utf8.h"
 #include "cli/terminal.h"
 #include "engine/training_run.h"
 
@@ -14,27 +15,42 @@ constexpr int64_t kRedrawMs = 100;
 constexpr size_t kBarWidth = 24;
 
 void Print(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
+  (void)std::fwrite(text.data(), 1, text.size(), stream);
+}
+
+bool IsShown(std::FILE* stream) {
+  static const bool results = IsTerminal(stdout);
+  static const bool errors = IsTerminal(stderr);
+  return stream == stdout ? results : errors;
+}
+
+// Names and texts out of files of others must not steer the terminal that shows them.
+void PrintPlain(std::FILE* stream, std::string_view text) {
+  if (IsShown(stream)) {
+    Print(stream, WithoutControls(text));
+  } else {
+    Print(stream, text);
+  }
 }
 
 }  // namespace
 
 void PrintError(std::string_view text) {
-  Print(stderr, fmt::sprintf("tarn-cli: %s\n", text));
+  PrintPlain(stderr, fmt::sprintf("tarn-cli: %s\n", text));
 }
 
 void PrintNotices(const Notices& notices) {
   for (const std::string& text : notices) {
-    Print(stderr, fmt::sprintf("tarn-cli: notice: %s\n", text));
+    PrintPlain(stderr, fmt::sprintf("tarn-cli: notice: %s\n", text));
   }
 }
 
 void PrintNote(std::string_view text) {
-  Print(stderr, text);
+  PrintPlain(stderr, text);
 }
 
 bool PrintResult(std::string_view text) {
-  Print(stdout, text);
+  PrintPlain(stdout, text);
   return std::ferror(stdout) == 0;
 }
 

@@ -57,11 +57,11 @@ HoldInterrupts::HoldInterrupts() {
   sigset_t held;
   sigemptyset(&held);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
-  ::sigprocmask(SIG_BLOCK, &held, &before_holding);
+  ::pthread_sigmask(SIG_BLOCK, &held, &before_holding);
 }
 
 HoldInterrupts::~HoldInterrupts() {
-  ::sigprocmask(SIG_SETMASK, &before_holding, nullptr);
+  ::pthread_sigmask(SIG_SETMASK, &before_holding, nullptr);
 }
 
 void RemoveWhenInterrupted(const std::string& path) {

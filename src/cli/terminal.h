@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -8,7 +9,8 @@ namespace tarn {
 // The words of the command line after the program's name, in UTF-8.
 std::vector<std::string> CommandLineWords(int argc, char** argv);
 
-// Makes a terminal show UTF-8 for as long as it lives, where it has to be asked to.
+// Makes a terminal show UTF-8 for as long as it lives, where it has to be asked to. No file that is
+// opened behind it gets the number of a standard stream.
 class TerminalTexts {
  public:
   TerminalTexts();
@@ -20,6 +22,7 @@ class TerminalTexts {
   static void Restore();
 };
 
+bool IsTerminal(std::FILE* stream);
 // Whether stderr is a terminal on which a line can be drawn over again.
 bool CanRedrawErrors();
 

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "cli/terminal.h"
@@ -8,11 +9,21 @@ std::vector<std::string> CommandLineWords(int argc, char** argv) {
   return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }
 
-TerminalTexts::TerminalTexts() = default;
+// The first file to be opened would get the number of a stream that the caller has closed, and what
+// is printed would go into it. Nothing can be written to what takes the number here.
+TerminalTexts::TerminalTexts() {
+  int stream = STDIN_FILENO;
+  while (stream >= 0 && stream <= STDERR_FILENO) stream = ::open("/dev/null", O_RDONLY);
+  if (stream > STDERR_FILENO) ::close(stream);
+}
 void TerminalTexts::Restore() {}
 
+bool IsTerminal(std::FILE* stream) {
+  return ::isatty(::fileno(stream)) == 1;
+}
+
 bool CanRedrawErrors() {
-  return ::isatty(STDERR_FILENO) == 1;
+  return IsTerminal(stderr);
 }
 
 }  // namespace tarn

@@ -1,3 +1,4 @@
+#include <io.h>
 #include <windows.h>
 
 #include "base/wide_text.h"
@@ -27,6 +28,10 @@ TerminalTexts::TerminalTexts() {
 
 void TerminalTexts::Restore() {
   if (code_page_before != 0) ::SetConsoleOutputCP(code_page_before);
+}
+
+bool IsTerminal(std::FILE* stream) {
+  return ::_isatty(::_fileno(stream)) != 0;
 }
 
 bool CanRedrawErrors() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -14,6 +15,7 @@ class Matrix {
 
   // Gives the table a new shape, all zeros. Throws std::bad_alloc when memory is short.
   void Resize(size_t rows, size_t columns) {
+    if (columns != 0 && rows > (m_values.max_size() - kRoom) / columns) throw std::bad_alloc();
     m_values = std::vector<float>(rows * columns + kRoom);
     m_rows = rows;
     m_columns = columns;

@@ -8,7 +8,9 @@ namespace tarn {
 void WriteConfigurationFile() {
   constexpr size_t kLongest = 255;
   OutputFile file;
-  if (!file.OpenReplacing("tarn.cfg")) return;
+  if (!file.OpenReplacing("tarn.cfg", OutputFile::Content::kText, OutputFile::Links::kReplaced)) {
+    return;
+  }
   file.Printf("%s\n", Files().CurrentDirectory().substr(0, kLongest));
   (void)file.Commit();
 }

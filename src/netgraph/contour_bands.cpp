@@ -132,7 +132,7 @@ class Tracer {
   size_t LevelOfCell(size_t row, size_t column) const {
     const CornerPolygon cell = Cell(row, column, column + 1);
     double lowest = cell[0].value;
-    double highest = cell[0].value;
+    double highest = lowest;
     for (const Corner& corner : cell) {
       if (!std::isfinite(corner.value)) return kMixed;
       lowest = std::min(lowest, corner.value);

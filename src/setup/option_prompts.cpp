@@ -63,7 +63,7 @@ constexpr std::array<Row, 10> kRows = {
      {{147, "Set Tolerance", "Tolerance Monitor Value:", kToleranceInvalid, kToleranceMonitors},
       Real(&Network::Tolerance, std::numeric_limits<float>::max())}}};
 
-constexpr auto kPrompts = [] {
+constexpr auto kPrompts = []() {
   std::array<OptionPrompt, kRows.size()> prompts{};
   for (size_t i = 0; i < prompts.size(); ++i) prompts[i] = kRows[i].prompt;
   return prompts;

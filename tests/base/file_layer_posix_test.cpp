@@ -71,6 +71,27 @@ TEST(SystemFiles, LetNobodyElseIntoFilesAndFoldersMadeForTheUserAlone) {
   EXPECT_EQ(info.st_mode & 0777U, 0600U);
 }
 
+// As somebody who may write to the folder could put them in the place of a file just written.
+TEST(SystemFiles, GiveRightsToNothingThatStandsInTheFilesPlace) {
+  const TempFolder folder;
+  WriteFile(folder / "old", "");
+  WriteFile(folder / "victim", "");
+  ASSERT_EQ(::chmod((folder / "old").c_str(), 0666), 0);
+  ASSERT_EQ(::chmod((folder / "victim").c_str(), 0600), 0);
+  std::filesystem::create_symlink("victim", folder / "link");
+  std::filesystem::create_hard_link(folder / "victim", folder / "name");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  for (const std::string made : {"link", "name", "pipe", "missing"}) {
+    EXPECT_FALSE(SystemFiles().CopyMode(folder / "old", folder / made)) << made;
+    EXPECT_FALSE(SystemFiles().GiveDefaultMode(folder / made)) << made;
+  }
+  struct stat info {};
+  for (const std::string kept : {"victim", "pipe"}) {
+    ASSERT_EQ(::stat((folder / kept).c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777U, 0600U) << kept;
+  }
+}
+
 TEST(SystemFiles, CreateNoNewFileThroughALink) {
   const TempFolder folder;
   std::filesystem::create_symlink("target", folder / "link");

@@ -130,6 +130,65 @@ TEST(OutputFile, RefusesLinksThatRunInACircle) {
   EXPECT_EQ(NamesIn(folder.path()), (Names{"a", "b"}));
 }
 
+TEST(OutputFile, FollowsNoLinkThatSomebodyElseHasPutIntoASharedFolder) {
+  const TempFolder folder;
+  ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
+  WriteFile(folder / "victim", "old");
+  fs::create_symlink("victim", folder / "planted");
+  EXPECT_TRUE(Save(folder / "planted", "own"));
+  // Only root can make the links of others.
+  const uid_t other = ::geteuid() == 0 ? 65534 : ::geteuid();
+  ASSERT_EQ(::lchown((folder / "planted").c_str(), other, static_cast<gid_t>(-1)), 0);
+  const bool own = other == ::geteuid();
+  EXPECT_EQ(Save(folder / "planted", "new"), own);
+  EXPECT_EQ(Append(folder / "planted", ""), own);
+  EXPECT_EQ(ReadFile(folder / "victim"), own ? "new" : "own");
+  EXPECT_EQ(NamesIn(folder.path()), (Names{"planted", "victim"}));
+}
+
+TEST(OutputFile, ReplacesALinkThatTheUserHasNotNamed) {
+  const TempFolder folder;
+  WriteFile(folder / "victim", "old");
+  ASSERT_EQ(::chmod((folder / "victim").c_str(), 0600), 0);
+  fs::create_symlink("victim", folder / "planted");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  const mode_t before = ::umask(022);
+  for (const std::string name : {"planted", "pipe"}) {
+    OutputFile file;
+    ASSERT_TRUE(file.OpenReplacing(folder / name, OutputFile::Content::kText,
+                                   OutputFile::Links::kReplaced));
+    EXPECT_TRUE(file.Write("new"));
+    EXPECT_TRUE(file.Commit());
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder / name))) << name;
+    EXPECT_EQ(ReadFile(folder / name), "new");
+  }
+  ::umask(before);
+  EXPECT_EQ(ModeOf(folder / "planted"), 0644U);
+  EXPECT_EQ(ReadFile(folder / "victim"), "old");
+  EXPECT_EQ(ModeOf(folder / "victim"), 0600U);
+}
+
+TEST(OutputFile, CanBeMadeForTheUserAlone) {
+  const TempFolder folder;
+  OutputFile file;
+  ASSERT_TRUE(file.OpenPrivate(folder / "a"));
+  EXPECT_TRUE(file.Write("text"));
+  EXPECT_TRUE(file.Commit());
+  EXPECT_EQ(ModeOf(folder / "a"), 0600U);
+  EXPECT_FALSE(file.OpenPrivate(folder / "a"));
+  fs::create_symlink("b", folder / "link");
+  EXPECT_FALSE(file.OpenPrivate(folder / "link"));
+  EXPECT_EQ(NamesIn(folder.path()), (Names{"a", "link"}));
+}
+
+TEST(OutputFile, TakesOverNoRightsThatMakeAProgram) {
+  const TempFolder folder;
+  WriteFile(folder / "a", "old");
+  ASSERT_EQ(::chmod((folder / "a").c_str(), 06755), 0);
+  EXPECT_TRUE(Save(folder / "a", "new"));
+  EXPECT_EQ(ModeOf(folder / "a"), 0755U);
+}
+
 TEST(OutputFile, WritesADeviceInPlace) {
   EXPECT_TRUE(Save("/dev/null", "text"));
   EXPECT_TRUE(Append("/dev/null", "text"));

@@ -1,6 +1,7 @@
 #include "base/process.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 
 namespace tarn {
@@ -13,6 +14,10 @@ TEST(IsLiveProcess, RefusesWhatIsNoProcessNumber) {
         own + "x", std::string("notes"), std::string("99999999999999999999")}) {
     EXPECT_FALSE(IsLiveProcess(name)) << name;
   }
+}
+
+TEST(PhysicalMemory, IsNoMoreThanAProgramCanAddress) {
+  EXPECT_LT(PhysicalMemory(), std::numeric_limits<size_t>::max());
 }
 
 TEST(PhysicalMemory, IsThatOfAMachine) {

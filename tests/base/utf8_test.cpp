@@ -34,5 +34,21 @@ TEST(Utf8, TakesWhatIsNoTextByteByByte) {
   EXPECT_EQ(Characters("\xf4\x90\x80\x80"), U"\uFFFD\uFFFD\uFFFD\uFFFD");  // beyond the last
 }
 
+TEST(WithoutControls, LeavesTextTabsAndLineFeedsAsTheyAre) {
+  for (const std::string text :
+       {"", "plain, 100 %\n", "a\tb\n\n", "aß気😀", "\u00A0\uFFFD", "\xE4\xFF"}) {
+    EXPECT_EQ(WithoutControls(text), text);
+  }
+}
+
+TEST(WithoutControls, TakesOutWhatSteersATerminal) {
+  EXPECT_EQ(WithoutControls("\x1b[2Jiris\r\x07\x08\x7f"), "?[2Jiris????");
+  EXPECT_EQ(WithoutControls(std::string("a\0b", 3)), "a?b");
+  EXPECT_EQ(WithoutControls("\u009b2J"), "?2J");
+  EXPECT_EQ(WithoutControls("\x9b"
+                            "2J"),
+            "?2J");
+}
+
 }  // namespace
 }  // namespace tarn

@@ -96,7 +96,30 @@ TEST_F(OnTerminal, KeepsResultsApartFromTheProgressLine) {
   EXPECT_THAT(m_terminal.shown(), testing::ContainsRegex("\n1 [0-9.]+ [0-9.]+ .*\n"));
 }
 
+TEST_F(OnTerminal, ShowsNamesOutOfAFileWithoutSteeringTheTerminal) {
+  m_scene.stdout_fd = m_terminal.program();
+  std::string text = Read("test.net");
+  text.replace(text.find("Test\n"), 4, "\x1b]0;title\x07");
+  Write("test.net", text);
+  EXPECT_EQ(Run({"report", "information", "test.net"}).status, 0);
+  text.replace(text.find("data.txt"), 8, "\x1b[2Jdata.txt");
+  Write("test.net", text);
+  EXPECT_EQ(Run({"report", "information", "test.net"}).status, 1);
+  EXPECT_TRUE(m_terminal.ReadUntil("?[2Jdata.txt"));
+  EXPECT_THAT(m_terminal.shown(), testing::HasSubstr("?]0;title?"));
+  EXPECT_EQ(m_terminal.shown().find('\x1b'), std::string::npos);
+}
+
 class WithoutTerminal : public CliTest {};
+
+TEST_F(WithoutTerminal, KeepsNamesOutOfAFileAsTheyAre) {
+  PutNetwork();
+  std::string text = Read("test.net");
+  text.replace(text.find("Test\n"), 4, "\x1b]0;title\x07");
+  Write("test.net", text);
+  EXPECT_THAT(Run({"report", "information", "test.net"}).out,
+              testing::HasSubstr("\x1b]0;title\x07"));
+}
 
 TEST_F(WithoutTerminal, DrawsNoProgressLine) {
   PutNetwork();

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -206,6 +207,19 @@ TEST(TransferFunctionName, IsHybridForACodeThatIsNoneOfTheFour) {
     network.layers[2].TransFunc = code;
     EXPECT_EQ(TransferFunctionName(network), "Hybrid");
   }
+}
+
+TEST(Matrix, RefusesAProductThatWouldWrapAround) {
+  constexpr size_t kHalf = std::numeric_limits<size_t>::max() / 2 + 1;
+  Matrix matrix;
+  matrix.Resize(2, 3);
+  EXPECT_THROW(matrix.Resize(kHalf, 2), std::bad_alloc);
+  EXPECT_THROW(matrix.Resize(2, kHalf), std::bad_alloc);
+  EXPECT_THROW(matrix.Resize(kHalf, 1), std::bad_alloc);
+  EXPECT_EQ(matrix.rows(), 2U);
+  EXPECT_EQ(matrix.columns(), 3U);
+  matrix.Resize(kHalf, 0);
+  EXPECT_TRUE(matrix.All().empty());
 }
 
 }  // namespace
