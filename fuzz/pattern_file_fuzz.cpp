@@ -8,15 +8,13 @@
 #include <string_view>
 #include <vector>
 
-#include "base/file_layer.h"
 #include "base/status.h"
+#include "bounded_run.h"
 #include "data/column_labels.h"
 #include "data/messages.h"
 #include "data/pattern_files.h"
 #include "data/test_set.h"
 #include "engine/network.h"
-#include "fuzz_target.h"
-#include "support/memory_files.h"
 
 // The input is one or two pattern data files. When it begins with "@" the seven characters
 // behind it say how they are read (see Settings), else it is one file with two inputs from
@@ -242,27 +240,30 @@ void Read(Network& network, std::string_view input_file, std::string_view target
   RequireTestSet(network);
 }
 
-void Run(std::string_view input) {
+}  // namespace
+
+// A record of n characters holds at most n / 2 values, and a network at most 15 inputs and outputs.
+const Bounds kBounds = {{1 << 20, 256}, {1 << 12, 16}, {0, 0}};
+
+void Run(FuzzFiles& files, std::string_view input) {
   const Settings settings = TakeSettings(input);
   const size_t divider = input.find(kDivider);
   const bool two_files = divider != std::string_view::npos;
   const std::string_view input_file = input.substr(0, divider);
   const std::string_view target_file =
       two_files ? input.substr(divider + kDivider.size()) : input_file;
-  MemoryFiles files("/fuzz");
-  const ScopedFileLayer layer(files);
   files.Put("in.dat", input_file);
   if (two_files) files.Put("targ.dat", target_file);
   files.Put("fuzz.net", NormalizeSection(settings));
   Network network = MakeNetwork(settings, two_files);
   Read(network, input_file, target_file);
-  Require(files.OpenHandles() == 0, "every file is closed");
 }
 
-}  // namespace
+std::span<const std::string_view> Words() {
+  static constexpr std::array<std::string_view, 12> kWords = {
+      "1 2 3",      "0.1,0.2,0.3", "#",    "# \"a\" \"b\" \"c\"", "=====",    "\t", ",,",
+      "0.5 0.25 1", "-1 0 1e30",   "\r\n", "1 2 3 4 5 6 7 8 9",   "@14211110"};
+  return kWords;
+}
+
 }  // namespace tarn::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  tarn::fuzz::Run({reinterpret_cast<const char*>(data), size});
-  return 0;
-}

@@ -9,7 +9,9 @@
 namespace tarn {
 namespace {
 
-constexpr size_t kBlock = size_t{1} << 18;
+// Blocks grow while a file is read: most files are small, and a look at one takes its first lines.
+constexpr size_t kFirstBlock = size_t{1} << 12;
+constexpr size_t kLargestBlock = size_t{1} << 18;
 constexpr char kCtrlZ = 0x1A;
 // No number is longer: longer digit strings are cut there and scanned as far as they go.
 constexpr size_t kLongestNumber = 4096;
@@ -20,8 +22,9 @@ bool TextReader::Open(const std::string& path) {
   Close();
   m_file = Files().Open(path, FileLayer::Mode::kRead);
   m_begin = m_end = 0;
+  m_block = kFirstBlock;
   m_at_end = !IsOpen();
-  m_failed = false;
+  m_failed = !IsOpen() && Files().WriteTime(path).has_value();
   return IsOpen();
 }
 
@@ -33,9 +36,9 @@ void TextReader::Close() {
 }
 
 bool TextReader::Reserve(size_t length) {
-  if (length > m_buffer.max_size() / 2 - kBlock) return false;
+  if (length > m_buffer.max_size() / 2 - kLargestBlock) return false;
   try {
-    m_buffer.reserve(kBlock + 2 * length);
+    m_buffer.reserve(kLargestBlock + 2 * length);
   } catch (const std::bad_alloc&) {
     return false;
   }
@@ -44,6 +47,7 @@ bool TextReader::Reserve(size_t length) {
 
 void TextReader::Rewind() {
   m_begin = m_end = 0;
+  m_block = kFirstBlock;
   m_at_end = !IsOpen() || !Files().Seek(m_file, 0);
   m_failed = m_failed || (IsOpen() && m_at_end);
 }
@@ -56,8 +60,9 @@ bool TextReader::Fill() {
     m_end -= m_begin;
     m_begin = 0;
   }
-  if (m_buffer.size() - m_end < kBlock) m_buffer.resize(std::max(m_end + kBlock, 2 * m_end));
-  const int64_t count = Files().Read(m_file, m_buffer.data() + m_end, kBlock);
+  if (m_buffer.size() - m_end < m_block) m_buffer.resize(std::max(m_end + m_block, 2 * m_end));
+  const int64_t count = Files().Read(m_file, m_buffer.data() + m_end, m_block);
+  m_block = std::min(2 * m_block, kLargestBlock);
   if (count <= 0) {
     m_at_end = true;
     m_failed = m_failed || count < 0;

@@ -23,7 +23,8 @@ class TextReader {
   bool Open(const std::string& path);
   void Close();
   bool IsOpen() const { return m_file != FileLayer::kNoFile; }
-  // Whether an error has kept something of the file from being read since it was opened.
+  // Whether an error has kept something of the file from being read since it was opened, or from
+  // being opened although it is there.
   bool Failed() const { return m_failed; }
   // Makes room for lines of up to `length` characters at once; false when the memory is not
   // there.
@@ -67,6 +68,7 @@ class TextReader {
   std::vector<char> m_buffer;
   size_t m_begin = 0;  // the next unread byte of the buffer
   size_t m_end = 0;    // one past the last byte read into it
+  size_t m_block = 0;  // bytes that are asked for with the next read
   bool m_at_end = true;
   bool m_failed = false;
 };

@@ -1,5 +1,7 @@
 #include "base/text_reader.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -11,9 +13,25 @@
 namespace tarn {
 namespace {
 
-// The reader takes files in blocks of this many bytes.
-constexpr size_t kBlock = 256 * 1024;
+// The first bytes that the reader takes of a file at once; each further block is twice as long, up
+// to the largest.
+constexpr size_t kBlock = 4 * 1024;
+constexpr size_t kLargestBlock = 256 * 1024;
 constexpr size_t kWide = 1000000;
+
+// Tells what was read of its files.
+class CountedFiles : public MemoryFiles {
+ public:
+  int64_t Read(Handle file, void* data, size_t size) override {
+    const int64_t count = MemoryFiles::Read(file, data, size);
+    m_bytes_read += count;
+    return count;
+  }
+  int64_t bytes_read() const { return m_bytes_read; }
+
+ private:
+  int64_t m_bytes_read = 0;
+};
 
 class TextReaderTest : public testing::Test {
  protected:
@@ -308,8 +326,33 @@ TEST_F(TextReaderTest, ScansManyBlocksOfNumbers) {
   EXPECT_EQ(m_reader.Get(), -1);
 }
 
+TEST_F(TextReaderTest, FindsLineEndsAtTheBordersOfAllBlocks) {
+  size_t border = 0;
+  for (size_t block = kBlock; border < 2 * kLargestBlock;
+       block = std::min(2 * block, kLargestBlock)) {
+    border += block;
+    SCOPED_TRACE(border);
+    Open(std::string(border - 1, 'x') + "\r\nnext\r\n");
+    EXPECT_EQ(Next(), std::string(border - 1, 'x') + "$");
+    EXPECT_EQ(Next(), "next$");
+    EXPECT_EQ(Next(), "EOF");
+  }
+}
+
+TEST_F(TextReaderTest, ReadsNoMoreThanTheFirstBlockForALookAtALongFile) {
+  CountedFiles files;
+  const ScopedFileLayer scope(files);
+  files.Put("text", "one\n" + std::string(kLargestBlock, 'x'));
+  ASSERT_TRUE(m_reader.Open("text"));
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(Next(), "one$");
+    m_reader.Rewind();
+  }
+  EXPECT_EQ(files.bytes_read(), 3 * int64_t{kBlock});
+}
+
 TEST_F(TextReaderTest, SkipsManyBlocksOfWhiteSpace) {
-  Open(std::string(5 * kBlock + 17, '\n') + "8");
+  Open(std::string(5 * kLargestBlock + 17, '\n') + "8");
   int32_t number = 0;
   ASSERT_TRUE(m_reader.ScanInt(number));
   EXPECT_EQ(number, 8);

@@ -1,0 +1,34 @@
+#include "bounded_run.h"
+
+#include <fmt/printf.h>
+
+#include "base/file_layer.h"
+#include "memory_use.h"
+
+namespace tarn::fuzz {
+namespace {
+
+void RequireHolds(const Bound& bound, int64_t value, size_t n, const char* what) {
+  const int64_t most = bound.fixed + bound.per_byte * static_cast<int64_t>(n);
+  if (value > most) Require(false, fmt::sprintf("%d is at most %d: %s", value, most, what));
+}
+
+void RunBounded(std::string_view input) {
+  static FuzzFiles files;
+  files.Clear();
+  const ScopedFileLayer layer(files);
+  const MemoryUse memory;
+  Run(files, input);
+  RequireHolds(kBounds.memory, memory.Peak(), input.size(), "bytes of memory");
+  RequireHolds(kBounds.read, files.bytes_read(), input.size(), "bytes read");
+  RequireHolds(kBounds.written, files.bytes_written(), input.size(), "bytes written");
+  Require(files.OpenHandles() == 0, "every file is closed");
+}
+
+}  // namespace
+}  // namespace tarn::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  tarn::fuzz::RunBounded({reinterpret_cast<const char*>(data), size});
+  return 0;
+}

@@ -1,0 +1,205 @@
+#include "network_checks.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fmt/printf.h>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "base/output_file.h"
+#include "data/normalization.h"
+#include "data/test_set.h"
+#include "fuzz_target.h"
+#include "netfile/connections_section.h"
+#include "netfile/network_writer.h"
+#include "netfile/setup_save.h"
+#include "netfile/weights_section.h"
+
+namespace tarn::fuzz {
+namespace {
+
+const std::string kCopy = "/fuzz/copy.net";
+const std::string kSetup = "/fuzz/setup.net";
+constexpr int64_t kMostConnections = 1000;
+
+// A CR at the end of a text is taken for a part of the line end when it is read again.
+std::string_view WithoutCr(std::string_view text) {
+  while (text.ends_with('\r')) text.remove_suffix(1);
+  return text;
+}
+
+void RequireSameLayers(const Network& read, const Network& again) {
+  Require(again.nLayers == read.nLayers, "nLayers");
+  for (size_t l = 0; l < static_cast<size_t>(std::max(read.nLayers, 0)); ++l) {
+    Require(again.layers[l].nUnits == read.layers[l].nUnits, "nUnits");
+    Require(again.layers[l].role == read.layers[l].role, "role");
+    Require(l == 0 || again.layers[l].TransFunc == read.layers[l].TransFunc, "TransFunc");
+  }
+}
+
+bool HasAllConnections(const Network& network) {
+  return std::ranges::all_of(network.layers, [](const Layer& layer) {
+    return std::ranges::count(layer.masks.All(), 0.0F) == 0;
+  });
+}
+
+void RequireList(const std::vector<int32_t>& list, int32_t size, int32_t patterns) {
+  Require(list.size() == static_cast<size_t>(size), "list size");
+  for (int32_t p : list) Require(p >= 0 && p < patterns, "pattern number");
+}
+
+void RequireMeasured(const Limits& limits, int32_t nodes) {
+  Require(limits.lower.size() == static_cast<size_t>(nodes), "limit count");
+  for (size_t i = 0; i < limits.lower.size(); ++i) Require(limits.Measured(i), "limit order");
+}
+
+void RequireSameLimits(const Limits& read, const Limits& again, bool taken) {
+  bool ordered = true;
+  for (size_t i = 0; i < read.lower.size(); ++i) {
+    ordered = ordered && ThroughText("%f", read.upper[i]) > ThroughText("%f", read.lower[i]);
+  }
+  Require(taken == ordered, "limits are read when they differ in six decimals");
+  for (size_t i = 0; i < read.lower.size() && taken; ++i) {
+    Require(again.lower[i] == ThroughText("%f", read.lower[i]), "lower limits");
+    Require(again.upper[i] == ThroughText("%f", read.upper[i]), "upper limits");
+  }
+}
+
+void RequireSameSections(const Network& read, Network& again) {
+  again.nPats = kPatterns;
+  Notices notices;
+  SizeTestSet(again, notices);
+  Require(notices.empty(), "a written test set size is in its bounds");
+  Require(AllocateArrays(again).ok(), "allocation");
+  Require(ReadWeights(again, 3).ok() && !again.random_weights, "written weights can be read");
+  Require(ReadConnections(again, kScratch).ok(), "written connections can be read");
+  Require(BuildTestSet(again, 4).ok(), "a written test set can be read");
+  Require(again.fully_connected == HasAllConnections(read), "fully connected flag");
+  for (size_t l = 1; l < static_cast<size_t>(read.nLayers); ++l) {
+    const std::span<const float> weights = read.layers[l].weights.All();
+    const std::span<const float> weights_again = again.layers[l].weights.All();
+    for (size_t i = 0; i < weights.size(); ++i) {
+      Require(weights_again[i] == ThroughText("%g", weights[i]), "weights");
+    }
+    Require(std::ranges::equal(again.layers[l].masks.All(), read.layers[l].masks.All()), "masks");
+  }
+  Require(again.train_list == read.train_list, "training list");
+  Require(again.test_list == read.test_list, "test list");
+  if (read.pat_norm != 0) {
+    RequireSameLimits(read.input_limits, again.input_limits, ReadInputLimits(again).ok());
+  }
+  if (read.targ_norm != 0) {
+    RequireSameLimits(read.target_limits, again.target_limits, ReadTargetLimits(again).ok());
+  }
+}
+
+// A name that begins like a section is taken for it.
+bool HidesSections(const Network& network) {
+  for (std::string_view name :
+       {std::string_view(network.NetName), std::string_view(network.PatName),
+        std::string_view(network.TargName)}) {
+    for (const char* key : {"WEIGHTS:", "CONNECTIONS:", "TESTPATTERNS:", "NORMALIZE:"}) {
+      if (name.starts_with(key)) return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+float ThroughText(const char* format, float value) {
+  return std::strtof(fmt::sprintf(format, double{value}).c_str(), nullptr);
+}
+
+void RequireSameHeader(const Network& read, const Network& again, HeaderKind kind) {
+  const bool started = kind == HeaderKind::kNetwork && read.LRC < read.iteration;
+  Require(again.version == 3, "version");
+  Require(WithoutCr(again.NetName) == WithoutCr(read.NetName.empty() ? "NO NAME" : read.NetName),
+          "NetName");
+  RequireSameLayers(read, again);
+  for (float Network::*field : {&Network::FastProp, &Network::Eta, &Network::EtaMin,
+                                &Network::EtaMax, &Network::Alpha, &Network::Tolerance}) {
+    Require(again.*field == ThroughText("%f", read.*field), "rates");
+  }
+  Require(again.LRC == (started ? 1 : read.LRC), "LRC");
+  for (int32_t Network::*field :
+       {&Network::MaxIterations, &Network::UpdateRate, &Network::SaveRate, &Network::WeightRate,
+        &Network::PatCol, &Network::pat_norm, &Network::targ_norm, &Network::TargCol,
+        &Network::overMeth, &Network::testPats}) {
+    Require(again.*field == read.*field, "whole numbers of the header");
+  }
+  Require(WithoutCr(again.PatName) == WithoutCr(read.PatName), "PatName");
+  Require(WithoutCr(again.TargName) == WithoutCr(read.TargName), "TargName");
+}
+
+Network ReadAgain(const std::string& path) {
+  Network again;
+  again.file_name = path;
+  const Status status = ReadHeader(again);
+  Require(status.ok(), "a written header can be read: " + status.message());
+  return again;
+}
+
+void RequireUsable(Network& network) {
+  Network fresh;
+  for (Network* record : {&fresh, &network}) {
+    record->file_name = "/fuzz/new.net";
+    Require(ReadHeader(*record).ok(), "the new network can be read");
+  }
+  RequireSameHeader(fresh, network, HeaderKind::kSetup);
+}
+
+void TrySetupSave(Network network) {
+  Require(SaveSetup(network, kSetup, kScratch).ok(), "setup save");
+  RequireSameHeader(network, ReadAgain(kSetup), HeaderKind::kSetup);
+}
+
+bool IsSmall(const Network& network) {
+  return CheckShape(network).ok() && ConnectionCount(network) <= kMostConnections &&
+         network.layers[0].nUnits <= kMostConnections;
+}
+
+void ReadSections(Network& network) {
+  network.nPats = kPatterns;
+  Notices notices;
+  SizeTestSet(network, notices);
+  Require(AllocateArrays(network).ok(), "allocation");
+  const bool weights_read = ReadWeights(network, 1).ok();
+  Require(weights_read || network.random_weights, "fallback of the weights is marked");
+  (void)ReadConnections(network, kScratch);
+  (void)BuildTestSet(network, 2);
+  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
+    const Layer& layer = network.layers[l];
+    for (size_t j = 0; j < layer.masks.rows(); ++j) {
+      for (size_t i = 0; i < layer.masks.columns(); ++i) {
+        const float mask = layer.masks.Row(j)[i];
+        Require(mask == 1.0F || (mask == 0.0F && layer.weights.Row(j)[i] == 0.0F), "masks");
+      }
+    }
+  }
+  // A pending file that brings all connections back leaves the flag of the section.
+  Require(!network.fully_connected || HasAllConnections(network), "fully connected flag");
+  RequireList(network.train_list, network.nTrain, kPatterns);
+  RequireList(network.test_list, network.testPats, kPatterns);
+  if (ReadInputLimits(network).ok()) {
+    RequireMeasured(network.input_limits, network.layers[0].nUnits);
+  }
+  if (ReadTargetLimits(network).ok()) {
+    RequireMeasured(network.target_limits, OutputLayer(network).nUnits);
+  }
+}
+
+void WriteAndRead(Network& network) {
+  OutputFile copy;
+  Require(copy.OpenReplacing(kCopy) && WriteNetwork(copy, network) && copy.Commit(), "write");
+  Network again = ReadAgain(kCopy);
+  RequireSameHeader(network, again, HeaderKind::kNetwork);
+  if (HidesSections(network)) {
+    ReadSections(again);
+  } else {
+    RequireSameSections(network, again);
+  }
+}
+
+}  // namespace tarn::fuzz
