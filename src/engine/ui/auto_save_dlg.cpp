@@ -2,6 +2,7 @@
 
 #include <wx/combobox.h>
 
+#include "engine/ui/long_choice.h"
 #include "resources/controls.h"
 
 namespace tarn {
@@ -17,7 +18,10 @@ AutoSaveDlg::AutoSaveDlg(wxWindow* parent, const std::vector<std::string>& itera
   LoadDialog(*this, parent, "AUTOSAVE_DLG");
   auto& combo = Control<wxComboBox>(*this, kIterationCombo);
   combo.SetMaxLength(kLongestChoice);
-  for (const std::string& iteration : iterations) combo.Append(Wide(iteration));
+  ReadyForManyChoices(combo);
+  wxArrayString choices;
+  for (const std::string& iteration : iterations) choices.Add(Wide(iteration));
+  combo.Append(choices);
   if (!iterations.empty()) combo.SetSelection(static_cast<int>(iterations.size()) - 1);
   combo.SetFocus();
   const auto end_on = [this](int id) {
