@@ -43,12 +43,11 @@ int RunProgram(int argc, char** argv) {
     std::reverse(words.begin(), words.end());  // as the parser takes them
     program.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-      program.exit(error);
-      return tarn::kDone;
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+      tarn::PrintError(tarn::ExplainWrongUsage(program, error));
+      return tarn::kWrongUsage;
     }
-    tarn::PrintError(tarn::ExplainWrongUsage(program, error));
-    return tarn::kWrongUsage;
+    program.exit(error);  // help was asked for, and is a result
   }
   if (!tarn::FlushResults()) {
     tarn::PrintError("the results could not be written");

@@ -36,7 +36,7 @@ bool CanHold(size_t length, int64_t column, int64_t nodes) {
 
 Status MeasureInputs(const DataSource& source, FileMeasure& measure, Notices& notices) {
   const MeasureResult result = MeasureRecords(source.input_name, measure);
-  if (result == MeasureResult::kNotOpened) return FailNamed(kInputFileInvalid, source.input_name);
+  if (result == MeasureResult::kNotRead) return FailNamed(kInputFileInvalid, source.input_name);
   if (result == MeasureResult::kLineTooLong) return Status::Failure(kInputFormatInvalid);
   if (measure.unended_record) notices.push_back(LastLineNotRead(source.input_name));
   return {};
@@ -44,7 +44,7 @@ Status MeasureInputs(const DataSource& source, FileMeasure& measure, Notices& no
 
 Status MeasureTargets(const DataSource& source, FileMeasure& measure, Notices& notices) {
   const MeasureResult result = MeasureRecords(source.target_name, measure);
-  if (result == MeasureResult::kNotOpened) return Status::Failure(kTargetFileInvalid);
+  if (result == MeasureResult::kNotRead) return Status::Failure(kTargetFileInvalid);
   if (result == MeasureResult::kLineTooLong) return Status::Failure(kTargetFormatInvalid);
   if (measure.unended_record) notices.push_back(LastLineNotRead(source.target_name));
   return {};
@@ -112,7 +112,7 @@ Status PatternReading::ReadInputFile() {
     m_file.Rewind();
     m_network.output_names = TargetLabels();
   }
-  return {};
+  return m_file.Failed() ? FailNamed(kInputFileBad, m_source.input_name) : Status();
 }
 
 Status PatternReading::ReadTargetFile() {
@@ -129,7 +129,7 @@ Status PatternReading::ReadTargetFile() {
   m_records = std::min(m_records, r);
   m_file.Rewind();
   m_network.output_names = TargetLabels();
-  return {};
+  return m_file.Failed() ? FailNamed(kTargetFileBad, m_source.target_name) : Status();
 }
 
 Status PatternReading::Run() {

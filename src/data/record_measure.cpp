@@ -10,7 +10,7 @@ namespace tarn {
 MeasureResult MeasureRecords(const std::string& path, FileMeasure& measure) {
   measure = {};
   TextReader file;
-  if (!file.Open(path)) return MeasureResult::kNotOpened;
+  if (!file.Open(path)) return MeasureResult::kNotRead;
   size_t longest = 0;
   TextReader::Line line;
   while (file.ReadLine(kLongestDataLine + 1, line)) {
@@ -25,7 +25,8 @@ MeasureResult MeasureRecords(const std::string& path, FileMeasure& measure) {
     measure.longest_line = longest;
     measure.longest_record = std::max(measure.longest_record, line.text.size());
   }
-  return MeasureResult::kDone;
+  // What could be read of a file that fails would pass for all of it.
+  return file.Failed() ? MeasureResult::kNotRead : MeasureResult::kDone;
 }
 
 }  // namespace tarn

@@ -9,7 +9,8 @@ namespace tarn {
 // Characters of the longest line that a pattern data file may have, its line end not counted.
 inline constexpr size_t kLongestDataLine = 999'999;
 
-enum class MeasureResult { kDone, kNotOpened, kLineTooLong };
+// kNotRead: the file cannot be opened, or not be read to its end.
+enum class MeasureResult { kDone, kNotRead, kLineTooLong };
 
 // What the counting pass learns about one pattern data file. Lengths are in characters,
 // line ends not counted.

@@ -21,6 +21,8 @@ class RecordReader {
   bool Reserve(size_t buffer_size);
   bool Open(const std::string& path) { return m_file.Open(path); }
   void Rewind() { m_file.Rewind(); }
+  // Whether an error has kept something of the file from being read.
+  bool Failed() const { return m_file.Failed(); }
 
   // The next data record, without its line end; valid until the next call. False at the end.
   bool NextRecord(std::string_view& record);

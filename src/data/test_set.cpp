@@ -101,7 +101,7 @@ Status TakeRandomSplit(Network& network, uint32_t seed) {
   if (mode == "READ") {
     status = ReadStoredSplit(file, network);
     if (status.ok()) return status;
-  } else if (!mode.empty() && mode != "COMPUTE") {
+  } else if (file.Failed() || (!mode.empty() && mode != "COMPUTE")) {
     status = Status::Failure(kTestSetRandom);
   }
   SplitRandomly(network, seed);

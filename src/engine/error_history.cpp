@@ -86,6 +86,7 @@ bool HistoryReader::Next(HistoryRecord& record) {
   size_t held = 0;
   while (IsOpen() && held < bytes.size()) {
     const int64_t count = Files().Read(m_file, bytes.data() + held, bytes.size() - held);
+    m_failed = m_failed || count < 0;
     if (count <= 0) return false;
     held += static_cast<size_t>(count);
   }
@@ -96,7 +97,7 @@ bool HistoryReader::Next(HistoryRecord& record) {
 
 int64_t HistoryReader::Count() const {
   const int64_t size = IsOpen() ? Files().Size(m_file) : 0;
-  return std::max<int64_t>(size, 0) / static_cast<int64_t>(kHistoryRecordSize);
+  return size < 0 ? -1 : size / static_cast<int64_t>(kHistoryRecordSize);
 }
 
 bool HistoryReader::Read(int64_t index, HistoryRecord& record) {
@@ -116,7 +117,8 @@ Status ExportErrorHistory(const std::string& history_path, const std::string& pa
                 double{record.rms_test}, double{record.eta}, double{record.correlation_train},
                 double{record.correlation_test}, double{record.within_train});
   }
-  return file.Commit() ? Status() : Status::Failure(kErrorHistoryWriteError);
+  const bool written = !history.Failed() && file.Commit();
+  return written ? Status() : Status::Failure(kErrorHistoryWriteError);
 }
 
 }  // namespace tarn

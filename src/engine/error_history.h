@@ -60,15 +60,17 @@ class HistoryReader {
   HistoryReader& operator=(const HistoryReader&) = delete;
 
   bool IsOpen() const { return m_file != FileLayer::kNoFile; }
-  // Whole records that there are by now.
+  // Whole records that there are by now; below 0 when that cannot be told.
   int64_t Count() const;
-  // False when no whole record is left.
+  // False when no whole record is left, or it cannot be read: Failed tells of that.
   bool Next(HistoryRecord& record);
+  bool Failed() const { return m_failed; }
   // Record `index`, from 0; Next goes on behind it.
   bool Read(int64_t index, HistoryRecord& record);
 
  private:
   FileLayer::Handle m_file;
+  bool m_failed = false;
 };
 
 // Writes the history as text to `path`, replacing it: a line "%ld,%f,%f,%f,%f,%f,%f" per

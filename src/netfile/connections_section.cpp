@@ -78,11 +78,18 @@ bool ReadSection(Network& network) {
   return true;
 }
 
+bool IsListed(const std::string& folder, const std::string& path) {
+  const std::vector<std::string> names = Files().NamesIn(folder);
+  return std::ranges::any_of(
+      names, [&](const std::string& name) { return JoinPath(folder, name) == path; });
+}
+
 bool ReadPendingFiles(Network& network, const std::string& scratch_folder) {
   for (int32_t layer = 1; layer < network.nLayers; ++layer) {
     if (!network.connections_edited[static_cast<size_t>(layer)]) continue;
     const std::string path = ConnectionFilePath(scratch_folder, layer);
     const FileLayer::Handle file = Files().Open(path, FileLayer::Mode::kRead);
+    if (file == FileLayer::kNoFile && IsListed(scratch_folder, path)) return false;
     if (file == FileLayer::kNoFile) continue;
     // The file replaces what the section said of this layer.
     std::ranges::fill(network.layers[static_cast<size_t>(layer)].masks.All(), 1.0F);
@@ -116,12 +123,6 @@ bool FindStored(const Network& network, int32_t layer, std::vector<RemovedConnec
   std::ranges::sort(removed);
   removed.erase(std::unique(removed.begin(), removed.end()), removed.end());
   return !file.Failed();
-}
-
-bool IsListed(const std::string& folder, const std::string& path) {
-  const std::vector<std::string> names = Files().NamesIn(folder);
-  return std::ranges::any_of(
-      names, [&](const std::string& name) { return JoinPath(folder, name) == path; });
 }
 
 }  // namespace

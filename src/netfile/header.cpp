@@ -264,9 +264,11 @@ void CreateNewNetwork(const std::string& path) {
   }
 }
 
-bool HoldsWeights(const std::string& path) {
+std::optional<bool> HoldsWeights(const std::string& path) {
   TextReader file;
-  return file.Open(path) && FindsWeights(file);
+  if (!file.Open(path)) return std::nullopt;
+  const bool found = FindsWeights(file);
+  return file.Failed() ? std::nullopt : std::optional(found);
 }
 
 Status CheckNetworkFile(std::string& path, Network& network) {
@@ -279,9 +281,11 @@ Status CheckNetworkFile(std::string& path, Network& network) {
   if (!file.ReadLine(kCheckLineLimit, line)) return Status::Failure(kOpenNotTarn);
   const Magic* magic = FindMagic(kOpenMagics, line.text);
   if (magic == nullptr) return Status::Failure(kOpenNotTarn);
+  const bool trained = FindsWeights(file);
+  if (file.Failed()) return Status::Failure(kOpenNotTarn);
   network.file_name = path;
   network.version = magic->version;
-  network.trained = FindsWeights(file);
+  network.trained = trained;
   return {};
 }
 

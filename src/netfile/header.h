@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -56,8 +57,8 @@ std::string_view NewNetworkText();
 // it could not be created shows when it is opened.
 void CreateNewNetwork(const std::string& path);
 
-// Whether a line of the file tells that weights follow.
-bool HoldsWeights(const std::string& path);
+// Whether a line of the file tells that weights follow; nothing when it cannot be read.
+std::optional<bool> HoldsWeights(const std::string& path);
 
 // The quick check of a file that the user opens: `path` is brought into the form that the
 // system keeps it in, the magic line is looked at, and the file's folder becomes the current

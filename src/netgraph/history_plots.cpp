@@ -35,6 +35,7 @@ Status BuildHistoryPlot(HistoryKind kind, const std::string& history_path, Graph
   HistoryReader history(history_path);
   if (!history.IsOpen()) return Status::Failure(kHistoryUnreadable);
   const int64_t records = history.Count();
+  if (records < 0) return Status::Failure(kHistoryUnreadable);
   const int64_t step = records / kRecordsOfAStep + 1;
   CURVE_DEF curve;
   curve.x.reserve(static_cast<size_t>(records / step));

@@ -25,13 +25,15 @@ HandOver ReadHandOver(TextReader& file) {
 
 std::optional<HandOver> TakeHandOver(const std::string& handover_path, Message& message) {
   TextReader file;
-  if (!file.Open(handover_path)) {
+  HandOver handover;
+  if (file.Open(handover_path)) handover = ReadHandOver(file);
+  const bool read = file.IsOpen() && !file.Failed();
+  file.Close();
+  if (!read) {
     message = {std::string(kInvalidRequest), std::string(kNoHandOverFile),
                MessageIcon::kExclamation};
     return std::nullopt;
   }
-  HandOver handover = ReadHandOver(file);
-  file.Close();
   (void)Files().Remove(handover_path);
   return handover;
 }

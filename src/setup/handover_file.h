@@ -16,7 +16,7 @@ struct HandOver {
 };
 
 // "Load Tabulo Info": reads the hand-over file (a path line, then the target start column) and
-// deletes it. When it cannot be opened nothing happens but the message.
+// deletes it. When it cannot be read nothing happens but the message.
 std::optional<HandOver> TakeHandOver(const std::string& handover_path, Message& message);
 
 }  // namespace tarn

@@ -106,7 +106,7 @@ TEST_F(RecordMeasureTest, RefusesALineOfAMillionCharacters) {
 }
 
 TEST_F(RecordMeasureTest, SaysWhenTheFileCannotBeOpened) {
-  EXPECT_EQ(MeasureRecords("missing", m_measure), MeasureResult::kNotOpened);
+  EXPECT_EQ(MeasureRecords("missing", m_measure), MeasureResult::kNotRead);
 }
 
 TEST_F(RecordMeasureTest, StopsEarlyInALineThatNeverEnds) {

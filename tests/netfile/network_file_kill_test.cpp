@@ -2,8 +2,10 @@
 
 #include "netfile/autosave_store.h"
 #include "netfile/connections_section.h"
+#include "netfile/setup_save.h"
 #include "netfile/weights_section.h"
 #include "netfile_test.h"
+#include "support/doomed_file.h"
 #include "support/doomed_process.h"
 #include "support/doomed_work.h"
 #include "support/line_ends.h"
@@ -12,7 +14,6 @@
 namespace tarn {
 namespace {
 
-const int kKills = kManyKills * 3 / 5;
 constexpr int32_t kLongestWaitMicroseconds = 8000;
 
 bool Loads(const std::string& path) {
@@ -26,6 +27,7 @@ std::string StoredText(const Network& network) {
   return Stored(TextOf(network), SystemFiles().LineEnd());
 }
 
+// A kill has to strike during a save, else nothing is shown.
 TEST(NetworkFile, IsOneOfTwoNetworksWheneverTheProcessIsKilled) {
   const TempFolder folder;
   const std::string path = folder / "a.net";
@@ -33,30 +35,57 @@ TEST(NetworkFile, IsOneOfTwoNetworksWheneverTheProcessIsKilled) {
   first.file_name = path;
   const std::string first_text = StoredText(first);
   const std::string second_text = StoredText(DoomedNetwork(2));
-  ASSERT_TRUE(WriteNetworkFile(path, first).ok());
-  Random random(20240229);
-  int leftovers = 0;
-  int changes = 0;
-  std::string before = first_text;
-  for (int i = 0; i < kKills; ++i) {
-    SCOPED_TRACE(i);
-    const int32_t wait = random.Next() % kLongestWaitMicroseconds;
-    ASSERT_TRUE(DoomedProcess(kSaveNetworks, folder.path()).KillAfter(wait));
-    const std::string found = ReadFile(path);
-    ASSERT_TRUE(found == first_text || found == second_text) << found.size() << " bytes";
+  for (const std::string& text : {second_text, first_text}) {
+    WriteFile(path, text);
     ASSERT_TRUE(Loads(path));
-    if (found != before) ++changes;
-    before = found;
-    if (SystemFiles().NamesIn(folder.path()).size() == 1) continue;
-    ++leftovers;
-    // The next save clears away what the killed process has left.
-    ASSERT_TRUE(WriteNetworkFile(path, first).ok());
-    ASSERT_EQ(SystemFiles().NamesIn(folder.path()), Lines{"a.net"});
-    before = first_text;
   }
-  // Else no kill has struck during a save and nothing was shown.
-  EXPECT_GT(leftovers, 0);
-  EXPECT_GT(changes, 0);
+  const KillFigures figures =
+      KillOver({.work = kSaveNetworks,
+                .folder = folder.path(),
+                .path = path,
+                .contents = {first_text, second_text},
+                .save = [&] { return WriteNetworkFile(path, first).ok(); }});
+  EXPECT_GT(figures.leftovers, 0);
+  EXPECT_GT(figures.changes, 0);
+}
+
+TEST(NetworkFile, IsTheOldFileOrTheNetworkSavedOverItWheneverTheProcessIsKilled) {
+  const TempFolder folder;
+  const std::string path = folder / "b.net";
+  Network network = DoomedNetwork(2);
+  network.file_name = path;
+  const KillFigures figures =
+      KillOver({.work = kSaveAs,
+                .folder = folder.path(),
+                .path = path,
+                .contents = {"what stood there\n", StoredText(network)},
+                .restart = true,
+                .save = [&] { return WriteNetworkFile(path, network).ok(); },
+                .percent_of_kills = 20});
+  EXPECT_GT(figures.leftovers, 0);
+  EXPECT_GT(figures.changes, 0);
+}
+
+TEST(NetworkFile, HasOneOfTwoSetupsWheneverTheProcessIsKilled) {
+  const TempFolder folder;
+  const std::string path = folder / "a.net";
+  ASSERT_TRUE(SystemFiles().MakeFolder(folder / "scratch"));
+  Network network = DoomedNetwork(1);
+  network.file_name = path;
+  std::vector<std::string> contents;
+  for (const int which : {1, 2}) {
+    network.NetName = DoomedName(which);
+    contents.push_back(StoredText(network));
+  }
+  const KillFigures figures =
+      KillOver({.work = kSaveSetups,
+                .folder = folder.path(),
+                .path = path,
+                .contents = contents,
+                .save = [&] { return SaveSetup(network, path, folder / "scratch").ok(); },
+                .percent_of_kills = 20});
+  EXPECT_GT(figures.leftovers, 0);
+  EXPECT_GT(figures.changes, 0);
 }
 
 TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
@@ -65,8 +94,10 @@ TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
   const std::string text = StoredText(DoomedNetwork(3));
   const std::string line_end(SystemFiles().LineEnd());
   Random random(20240301);
+  const int kills = ManyKills(60);
   int snapshots = 0;
-  for (int i = 0; i < kKills; ++i) {
+  int torn = 0;
+  for (int i = 0; i < kills; ++i) {
     SCOPED_TRACE(i);
     ASSERT_TRUE(CreateStore(store).ok());
     const int32_t wait = random.Next() % kLongestWaitMicroseconds;
@@ -80,6 +111,7 @@ TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
       if (expected.size() <= found.size()) ++whole;
     }
     ASSERT_TRUE(expected.starts_with(found));
+    torn += expected.size() > found.size() ? 1 : 0;
     // Restored in memory: the disk would be waited for each time.
     MemoryFiles memory;
     memory.EndLinesWith(line_end);
@@ -93,6 +125,8 @@ TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
     }
     snapshots += whole;
   }
+  TellKills(kStoreSnapshots, fmt::sprintf("%d kills, %d within a snapshot, %d whole snapshots",
+                                          kills, torn, snapshots));
   EXPECT_GT(snapshots, 0);
 }
 

@@ -31,8 +31,10 @@ class DoomedProcess {
   std::unique_ptr<Process> m_process;
 };
 
-// How many processes a test can start and kill within some seconds.
+// How many processes can be started and killed within some seconds.
 extern const int kManyKills;
+// How many a test does: TARN_KILLS when it is set, else `percent` of those.
+int ManyKills(int percent = 100);
 
 // The number of a process that has ended.
 std::string EndedProcess();

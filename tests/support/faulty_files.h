@@ -2,6 +2,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/file_layer.h"
 
@@ -31,7 +34,10 @@ class FaultyFiles : public FileLayer {
   void StopFailing() { m_k = 0; }
   // The operations that counted since FailAt, and how many of all kinds have failed.
   int64_t Operations() const { return m_count; }
-  int64_t Failures() const { return m_failures; }
+  int64_t Failures() const { return static_cast<int64_t>(m_failed.size()); }
+  // What has failed, in order: "open PATH", "read-open PATH", "remove PATH" and so on, where there
+  // is a handle alone "write", "read" and so on.
+  const std::vector<std::string>& Failed() const { return m_failed; }
 
   Handle Open(const std::string& path, Mode mode) override;
   int64_t Read(Handle file, void* data, size_t size) override;
@@ -50,13 +56,16 @@ class FaultyFiles : public FileLayer {
   bool EnterDirectory(const std::string& path) override;
   bool MakeFolder(const std::string& path) override;
   bool RemoveFolder(const std::string& path) override;
-  std::string MakeTemporary(const std::string& folder, const char* prefix) override;
+  std::string MakeTemporary(const std::string& folder, const char* prefix,
+                            Lifetime lifetime) override;
 
   // Questions about paths are answered and never fail.
   bool IsWriteProtected(const std::string& path) override;
   std::string ResolveLinks(const std::string& path) override;
   bool IsSpecial(const std::string& path) override;
   bool IsDirectory(const std::string& path) override;
+  bool IsOwnFile(const std::string& path) override;
+  std::optional<int64_t> WriteTime(const std::string& path) override;
   std::string CurrentDirectory() override;
   std::vector<std::string> NamesIn(const std::string& folder) override;
   std::string_view LineEnd() const override;
@@ -66,7 +75,7 @@ class FaultyFiles : public FileLayer {
   enum class Need { kNothing, kSpace };
 
   // Counts one operation and tells whether it fails.
-  bool Strikes(Kinds kind, Need need);
+  bool Strikes(Kinds kind, Need need, std::string_view what, const std::string& path = {});
   bool Exists(const std::string& path);
 
   FileLayer& m_under;
@@ -74,7 +83,7 @@ class FaultyFiles : public FileLayer {
   Fault m_fault = Fault::kOnce;
   Kinds m_kinds = Kinds::kMutating;
   int64_t m_count = 0;
-  int64_t m_failures = 0;
+  std::vector<std::string> m_failed;
   bool m_half_taken = false;
 };
 
@@ -85,5 +94,11 @@ class FaultyFiles : public FileLayer {
 int64_t ForEveryFault(FaultyFiles& files, FaultyFiles::Fault fault, FaultyFiles::Kinds kinds,
                       const std::function<void()>& prepare, const std::function<void()>& operation,
                       const std::function<void(bool struck)>& check);
+
+// The same with every fault, whichever operations count. The number of runs in which one has struck
+// becomes a property of the test, and is printed with `name` where TARN_FAULT_COUNTS is set.
+int64_t ForAllFaults(FaultyFiles& files, const std::string& name,
+                     const std::function<void()>& prepare, const std::function<void()>& operation,
+                     const std::function<void(bool struck)>& check);
 
 }  // namespace tarn
