@@ -39,9 +39,7 @@ void Run(FuzzFiles& files, std::string_view bytes) {
   if (!ReadHeader(network).ok()) {
     RequireUsable(network);
   } else {
-    // The oldest weights are read into a network of their own to be saved.
-    const bool allocates = network.version == 0 && !IsSmall(network);
-    if (IsSample(bytes, 16) && !allocates) TrySetupSave(network);
+    if (IsSample(bytes, 16)) TrySetupSave(network);
     if (IsSmall(network)) {
       AddPendingConnections(files, network, bytes);
       for (const RemovedConnection& removed : RemovedConnections(network, 1, kScratch)) {

@@ -35,8 +35,8 @@ class TempFile {
 // "Tarn", the number of this process, "-" and six letters: a name that nobody has yet, with high
 // probability; exclusive creation settles the rest.
 std::string FreshTemporaryName();
-// Whether it is such a name, of a process that has ended. One that had the number of this process has
-// ended, too, as long as this one has made no such file.
+// Whether it is such a name, of a process that has ended. One that had the number of this process
+// has ended, too, as long as this one has made no such file.
 bool IsAbandonedName(std::string_view name);
 
 // Removes the temporary files and scratch folders in `folder` that no live process owns: those

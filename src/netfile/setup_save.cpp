@@ -65,6 +65,15 @@ bool CopySection(TextReader& old_file, std::string_view prefix, const std::strin
   return !old_file.Failed() && part.Commit();
 }
 
+// Below 0 when it cannot be told.
+int64_t SizeOf(const std::string& path) {
+  const FileLayer::Handle file = Files().Open(path, FileLayer::Mode::kRead);
+  if (file == FileLayer::kNoFile) return -1;
+  const int64_t size = Files().Size(file);
+  Files().Close(file);
+  return size;
+}
+
 // The weights of the oldest version stand in the file without key lines: they are read and written
 // anew. Those that do not fit the file's own design are random at the next load, as they are now.
 bool ConvertWeights(const std::string& old_path, const std::string& path) {
@@ -74,7 +83,10 @@ bool ConvertWeights(const std::string& old_path, const std::string& path) {
   StoredWeights stored = StoredWeights::kNone;
   const Status shape = CheckShape(old);
   if (shape.message() == kOutOfMemory) return false;
-  if (shape.ok()) {
+  const int64_t size = SizeOf(old_path);
+  if (size < 0) return false;
+  // A weight is a digit at least: memory for more than there can be is not asked for.
+  if (shape.ok() && ConnectionCount(old) <= size) {
     if (!AllocateArrays(old).ok()) return false;
     stored = ReadStoredWeights(old);
   }
