@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <fmt/printf.h>
 #include <optional>
@@ -52,15 +53,26 @@ std::string RestatedRestore(std::string_view store, std::string_view choice) {
   return found ? restored : std::string(kOld);
 }
 
-// The number of the last snapshot that holds the last line of a network, 0 when there is none.
+// The number of the last snapshot that is whole: behind the line of its iteration and fourteen
+// lines of a header comes the last line of a network. 0 when there is none.
 int64_t RestatedNewest(std::string_view store) {
   int64_t begun = 0;
   int64_t whole = 0;
+  int to_skip = 0;
+  bool inside = false;
   for (std::string_view rest = TextOf(store); !rest.empty();) {
     const RestatedLine line = TakeLine(rest, kSectionLineLimit);
-    if (line.text.starts_with("ITERATION")) ++begun;
-    const bool ends = line.text == "NORMALIZE:NONE" || line.text == "NORMALIZE:STOP";
-    if (line.ended && ends) whole = begun;
+    if (!line.ended) continue;
+    if (inside && to_skip > 0) {
+      --to_skip;
+    } else if (line.text.starts_with("ITERATION")) {
+      ++begun;
+      inside = true;
+      to_skip = 14;
+    } else if (inside && (line.text == "NORMALIZE:NONE" || line.text == "NORMALIZE:STOP")) {
+      whole = begun;
+      inside = false;
+    }
   }
   return whole;
 }
@@ -80,12 +92,17 @@ void CheckRestore(const FuzzFiles& files, std::string_view store, std::string_vi
 }
 
 void CheckNewest(const FuzzFiles& files, std::string_view store) {
-  const std::optional<StoredSnapshot> newest = FindNewestSnapshot(kStore);
+  std::optional<StoredSnapshot> newest;
+  Require(FindNewestSnapshot(kStore, newest).ok(), "the store can be read");
   Require((newest ? newest->number : 0) == RestatedNewest(store), "the newest whole snapshot");
   if (!newest) return;
   Require(WriteSnapshot(kStore, *newest, kNewest).ok(), "the newest snapshot can be written");
   const std::string_view written = files.Get(kNewest);
-  Require(written.find("NORMALIZE:") != std::string_view::npos, "it holds its last line");
+  Require(written.ends_with("NORMALIZE:NONE\n") || written.ends_with("NORMALIZE:STOP\n"),
+          "it ends with its last line");
+  Require(std::ranges::count(written, '\n') >= 15, "it holds a header");
+  Require(store.find(written.substr(0, written.find('\n'))) != std::string_view::npos,
+          "it is of the store");
 }
 
 void CheckAppend(const FuzzFiles& files, std::string_view store) {

@@ -9,6 +9,7 @@
 #include "app/messages.h"
 #include "app/saving.h"
 #include "base/file_layer.h"
+#include "base/output_file.h"
 #include "base/paths.h"
 #include "base/temp_file.h"
 
@@ -42,10 +43,8 @@ std::string_view TakeField(std::string_view& text) {
   return field;
 }
 
-bool IsIn(const std::string& folder, const std::string& path) {
-  const std::filesystem::path given = NativePath(path).lexically_normal();
-  return given.has_filename() &&
-         given == (NativePath(folder) / given.filename()).lexically_normal();
+bool IsName(const std::string& text) {
+  return !text.empty() && PathText(NativePath(text).filename()) == text;
 }
 
 std::optional<InterruptedRun> RunOf(const std::string& folder, const std::string& note) {
@@ -56,14 +55,15 @@ std::optional<InterruptedRun> RunOf(const std::string& folder, const std::string
   InterruptedRun run;
   run.note = note;
   run.network = TakeField(rest);
-  run.store = TakeField(rest);
-  if (run.network.empty() || !IsIn(folder, run.store)) return std::nullopt;
-  if (!Files().IsOwnFile(run.store)) run.store.clear();
+  const std::string store(TakeField(rest));
+  if (run.network.empty() || !IsName(store)) return std::nullopt;
+  run.store = JoinPath(folder, store);
+  if (Files().WriteTime(run.store) && !Files().IsOwnFile(run.store)) return std::nullopt;
   return run;
 }
 
 void Forget(const InterruptedRun& run) {
-  if (!run.store.empty()) Files().Remove(run.store);
+  Files().Remove(run.store);
   Files().Remove(run.note);
 }
 
@@ -79,27 +79,42 @@ Outcome Offer(const InterruptedRun& run, const StoredSnapshot& snapshot, Session
   const std::optional<std::string> path = SaveStoredSnapshot(run.store, snapshot, dialogs);
   if (!path) return Outcome::kKeep;
   const Status opened = OpenNetwork(session, *path);
-  if (!opened.ok()) dialogs.Tell(*path, opened.message());
-  return Outcome::kForget;
+  if (opened.ok()) return Outcome::kForget;
+  dialogs.Tell(*path, opened.message());
+  return Outcome::kKeep;
+}
+
+bool IsNewerThanItsFile(const InterruptedRun& run) {
+  const std::optional<int64_t> stored = Files().WriteTime(run.store);
+  const std::optional<int64_t> saved = Files().WriteTime(run.network);
+  return stored && (!saved || *stored > *saved);
+}
+
+Outcome Look(const InterruptedRun& run, Session& session, Dialogs& dialogs) {
+  if (!IsNewerThanItsFile(run)) return Outcome::kForget;
+  std::optional<StoredSnapshot> snapshot;
+  if (!FindNewestSnapshot(run.store, snapshot).ok()) return Outcome::kKeep;
+  return snapshot ? Offer(run, *snapshot, session, dialogs) : Outcome::kForget;
 }
 
 }  // namespace
 
-void RunNote::Write(const std::string& folder, const std::string& network,
-                    const std::string& store) {
-  Remove();
-  const std::string path = JoinPath(folder, FreshTemporaryName() + std::string(kExtension));
-  const FileLayer::Handle file = Files().Open(path, FileLayer::Mode::kCreateNew);
-  if (file == FileLayer::kNoFile) return;
+void RunNote::Write(const std::string& network, const std::string& store) {
+  const std::filesystem::path place = NativePath(store);
+  const std::string path = PathText(place.parent_path() / NativePath(FreshTemporaryName()));
   std::string text;
-  for (const std::string_view field :
-       {kFirstLine, std::string_view(network), std::string_view(store)}) {
+  for (const std::string& field : {std::string(kFirstLine), network, PathText(place.filename())}) {
     text.append(field).push_back('\0');
   }
-  const auto size = static_cast<int64_t>(text.size());
-  const bool written = Files().Write(file, text.data(), text.size()) == size;
-  m_path = path;
-  if (!Files().Close(file) || !written) Remove();
+  // Under its own name it is whole, whenever the process is killed.
+  OutputFile file;
+  if (!file.OpenPrivate(path) || !file.Write(text) || !file.Commit()) return;
+  if (!Files().Rename(path, path + std::string(kExtension))) {
+    Files().Remove(path);
+    return;
+  }
+  Remove();
+  m_path = path + std::string(kExtension);
 }
 
 void RunNote::Remove() {
@@ -127,18 +142,10 @@ std::vector<std::string> StoresOf(const std::vector<InterruptedRun>& runs) {
   return stores;
 }
 
-std::optional<StoredSnapshot> NewerSnapshot(const InterruptedRun& run) {
-  const std::optional<int64_t> stored = Files().WriteTime(run.store);
-  const std::optional<int64_t> saved = Files().WriteTime(run.network);
-  if (!stored || (saved && *saved >= *stored)) return std::nullopt;
-  return FindNewestSnapshot(run.store);
-}
-
 void OfferInterruptedRuns(const std::vector<InterruptedRun>& runs, Session& session,
                           Dialogs& dialogs) {
   for (const InterruptedRun& run : runs) {
-    const std::optional<StoredSnapshot> snapshot = NewerSnapshot(run);
-    if (!snapshot || Offer(run, *snapshot, session, dialogs) == Outcome::kForget) Forget(run);
+    if (Look(run, session, dialogs) == Outcome::kForget) Forget(run);
   }
 }
 

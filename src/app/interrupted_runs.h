@@ -15,7 +15,8 @@ namespace tarn {
 
 // The note of a run that has a store: a file "Tarn<process>-xxxxxx.run" in the folder of the store,
 // that belongs to the user alone where files have modes. It holds "TARN RUN 1", the full path of
-// the network file and that of the store, with a zero byte behind each. Removed with the object.
+// the network file and the name of the store, with a zero byte behind each. Removed with the
+// object.
 class RunNote {
  public:
   RunNote() = default;
@@ -23,8 +24,9 @@ class RunNote {
   RunNote(const RunNote&) = delete;
   RunNote& operator=(const RunNote&) = delete;
 
-  // Makes the note, or writes it anew. A run whose note cannot be written is not offered.
-  void Write(const std::string& folder, const std::string& network, const std::string& store);
+  // Makes the note, or another in its place; there is one at any moment. A run whose note cannot be
+  // written is not offered.
+  void Write(const std::string& network, const std::string& store);
   bool IsThere() const { return !m_path.empty(); }
   void Remove();
   // It stays behind.
@@ -41,17 +43,16 @@ struct InterruptedRun {
 };
 
 // What the notes in `folder` tell whose process has ended. Notes and stores that are not files of
-// this user, and stores that are not in the folder, are passed over.
+// this user are passed over.
 std::vector<InterruptedRun> FindInterruptedRuns(const std::string& folder);
 
 // The stores of them, which are to stay.
 std::vector<std::string> StoresOf(const std::vector<InterruptedRun>& runs);
 
-// The newest snapshot of the run, where it is newer than the network file or that is missing.
-std::optional<StoredSnapshot> NewerSnapshot(const InterruptedRun& run);
-
-// Asks for each run with such a snapshot whether to save it as a network file, which is the open
-// network then. What is not to be asked for again is removed.
+// Asks for each run whose newest whole snapshot is newer than the network file, or whose file is
+// missing, whether to save it as a network file, which is the open network then. Removes the notes
+// and stores of runs that have nothing to offer, that were saved and could be opened, and that the
+// user does not want; what cannot be read now stays for the next start.
 void OfferInterruptedRuns(const std::vector<InterruptedRun>& runs, Session& session,
                           Dialogs& dialogs);
 

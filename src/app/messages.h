@@ -10,8 +10,9 @@ inline constexpr std::string_view kUntrainedRecall =
 inline constexpr std::string_view kSelectMode = "Select Recall or Training Execution Mode!";
 inline constexpr std::string_view kAskToSave = "Save Network File?";
 inline constexpr std::string_view kAskToSaveUnreadable =
-    "The network holds values that are infinite or not numbers: its file could not be read back. "
-    "Save it all the same?";
+    "The file of this network could not be read back: a value of it is infinite or not a number, "
+    "or "
+    "a name begins like a section. Save it all the same?";
 inline constexpr std::string_view kAskToSaveLastSnapshot =
     "%s. Save the network as it was at iteration %d, the last AutoSave snapshot?";
 inline constexpr std::string_view kAskToTakeUp =

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/main_window_rules.h"
 #include "app/messages.h"
 #include "app/saving.h"
 #include "base/paths.h"
@@ -39,7 +40,10 @@ TrainingDesk::TrainingDesk(Session& session, Dialogs& dialogs, TrainingView& vie
 }
 
 void TrainingDesk::CreateStore() {
-  if (m_store.Create(TemporaryFolder(), FileLayer::Lifetime::kLasting)) return;
+  if (m_store.Create(TemporaryFolder(), FileLayer::Lifetime::kLasting)) {
+    NoteRun();
+    return;
+  }
   m_dialogs.Tell(kTarnErrorCaption, kStoreNotCreated);
 }
 
@@ -48,9 +52,14 @@ bool TrainingDesk::Work(int64_t budget_ms) {
   m_session.saved = false;
   const RunState state = m_run->RunFor(budget_ms);
   if (state == RunState::kRunning) return true;
-  m_diverged = state == RunState::kDiverged;
-  m_view.Changed();
+  Ended(state);
   return false;
+}
+
+void TrainingDesk::Ended(RunState state) {
+  if (state == RunState::kDiverged) m_diverged = true;
+  if (state == RunState::kStopped) m_view.ShowStatus(kTrainingStopped);
+  m_view.Changed();
 }
 
 void TrainingDesk::WorkWhileHalted() {
@@ -66,8 +75,8 @@ void TrainingDesk::TellPending() {
 
 void TrainingDesk::TellDivergence() {
   const std::string what = fmt::sprintf(kDivergedAt.data(), m_session.network.iteration);
-  const std::optional<StoredSnapshot> snapshot = FindNewestSnapshot(m_store.path());
-  if (!snapshot) {
+  std::optional<StoredSnapshot> snapshot;
+  if (!FindNewestSnapshot(m_store.path(), snapshot).ok() || !snapshot) {
     m_dialogs.Tell(kTarnWarningCaption, what + ".");
     return;
   }
@@ -86,11 +95,22 @@ void TrainingDesk::RemoveFiles() {
 }
 
 void TrainingDesk::LeaveSnapshots() {
-  if (m_note.IsThere()) {
-    m_note.Release();
-    m_store.Release();
-  }
+  if (m_run->has_snapshot()) ReleaseStore();
   RemoveFiles();
+}
+
+void TrainingDesk::LeaveNetwork() {
+  const bool added = AsksToSave(m_session.network, m_session.saved) &&
+                     AppendSnapshot(m_store.path(), m_session.network);
+  if (added) ReleaseStore();
+  LeaveSnapshots();
+}
+
+// Without its note nobody would find it.
+void TrainingDesk::ReleaseStore() {
+  if (!m_note.IsThere()) return;
+  m_note.Release();
+  m_store.Release();
 }
 
 bool TrainingDesk::IsUnderWay() const {
@@ -110,8 +130,7 @@ void TrainingDesk::Stop() {
   m_run->Stop();
   // It ends at the next point where it can, within a slice.
   while (IsUnderWay()) m_run->RunFor(0);
-  if (m_run->state() == RunState::kStopped) m_view.ShowStatus(kTrainingStopped);
-  m_view.Changed();
+  Ended(m_run->state());
 }
 
 void TrainingDesk::HaltOrResume() {
@@ -125,20 +144,19 @@ void TrainingDesk::HaltOrResume() {
 
 bool TrainingDesk::Save() {
   const bool saved = SaveNetwork(m_session, m_dialogs);
-  NoteRun();
+  if (saved) NoteRun();
   return saved;
 }
 
 bool TrainingDesk::SaveAs() {
   const bool saved = SaveNetworkAs(m_session, m_dialogs);
-  NoteRun();
+  if (saved) NoteRun();
   return saved;
 }
 
 // The network may have another name by now.
 void TrainingDesk::NoteRun() {
-  if (!m_run->has_snapshot()) return;
-  m_note.Write(TemporaryFolder(), m_session.network.file_name, m_store.path());
+  if (!m_store.path().empty()) m_note.Write(m_session.network.file_name, m_store.path());
 }
 
 void TrainingDesk::SaveOutputsAs() {
@@ -175,12 +193,7 @@ void TrainingDesk::SaveSnapshotAs() {
 }
 
 bool TrainingDesk::StoreSnapshot() {
-  const bool stored =
-      WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
-  if (stored && !m_note.IsThere()) {
-    m_note.Write(TemporaryFolder(), m_session.network.file_name, m_store.path());
-  }
-  return stored;
+  return WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
 }
 
 void TrainingDesk::Edited() {

@@ -49,8 +49,10 @@ class TrainingDesk : public TrainingObserver {
   void TellPending();
   // Removes the temporary files; nothing else may be called afterwards.
   void RemoveFiles();
-  // The same, but leaves the AutoSave store to the next start of the program: the network is lost.
+  // The same, but leaves the AutoSave store to the next start of the program.
   void LeaveSnapshots();
+  // Adds the network as it is, where it is not saved: nobody can be asked.
+  void LeaveNetwork();
 
   void Start();
   void Stop();
@@ -89,6 +91,8 @@ class TrainingDesk : public TrainingObserver {
   // Tells that the run has diverged, and offers what can be taken back.
   void TellDivergence();
   void NoteRun();
+  void ReleaseStore();
+  void Ended(RunState state);
   void Apply(const OptionPrompt& prompt, const std::string& text);
   void Edited();
 
@@ -97,7 +101,7 @@ class TrainingDesk : public TrainingObserver {
   TrainingView& m_view;
   TempFile m_history;
   TempFile m_store;
-  RunNote m_note;  // of the store, from the first snapshot on
+  RunNote m_note;  // of the store
   std::unique_ptr<TrainingRun> m_run;
   std::optional<int32_t> m_switched_off;  // the start iteration before learn rate control went off
   bool m_history_failed = false;

@@ -82,6 +82,7 @@ bool OutputFile::OpenReplacing(const std::string& path, Content content, Links l
   m_line_end = content == Content::kText ? Files().LineEnd() : kStoredAsWritten;
   const bool follow = links == Links::kFollowed;
   // A device is asked for by the name given: what its links lead to need not be a name.
+  if (follow && Files().ResolveLinks(path).empty()) return false;
   if (follow && Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
   m_path = FullPath(follow ? Files().ResolveLinks(path) : path);
@@ -108,8 +109,9 @@ bool OutputFile::OpenPrivate(const std::string& path) {
 bool OutputFile::OpenAppending(const std::string& path) {
   Discard();
   m_line_end = Files().LineEnd();
-  m_path = Files().IsSpecial(path) ? path : FullPath(Files().ResolveLinks(path));
-  if (path.empty() || m_path.empty()) return false;
+  const std::string target = Files().ResolveLinks(path);
+  if (path.empty() || target.empty()) return false;
+  m_path = Files().IsSpecial(path) ? path : FullPath(target);
   m_created = Start(Way::kAppend, m_path, FileLayer::Mode::kCreateNew);
   if (m_created) {
     Files().GiveDefaultMode(m_path);

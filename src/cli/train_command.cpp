@@ -11,6 +11,7 @@
 #include "engine/messages.h"
 #include "engine/training_run.h"
 #include "netfile/autosave_store.h"
+#include "netfile/network_writer.h"
 #include "setup/messages.h"
 
 namespace tarn {
@@ -45,6 +46,8 @@ class TrainingPrinter : public TrainingObserver {
 
   bool CanStoreSnapshot() override { return !m_arguments.autosave.empty(); }
   bool StoreSnapshot() override {
+    // The run is about to diverge, and tells so.
+    if (!CanBeReadBack(m_network)) return false;
     const bool stored = AppendSnapshot(m_arguments.autosave, m_network);
     if (!stored && !m_snapshot_failed) {
       m_progress.Clear();
@@ -138,7 +141,8 @@ ExitStatus Prepare(TrainArguments& arguments, Session& session) {
 void TellDivergence(const TrainArguments& arguments, const Network& network) {
   PrintError(fmt::sprintf(kDivergedAt.data(), network.iteration));
   if (arguments.autosave.empty()) return;
-  if (const std::optional<StoredSnapshot> snapshot = FindNewestSnapshot(arguments.autosave)) {
+  std::optional<StoredSnapshot> snapshot;
+  if (FindNewestSnapshot(arguments.autosave, snapshot).ok() && snapshot) {
     PrintNotices({fmt::sprintf("the last snapshot in %s is of iteration %d", arguments.autosave,
                                snapshot->iteration)});
   }

@@ -22,7 +22,9 @@ namespace tarn {
 namespace {
 
 constexpr std::string_view kNotReadable =
-    "the network holds values that are infinite or not numbers and is not saved";
+    "the file of this network could not be read back: a value of it is infinite or not a number, "
+    "or "
+    "a name begins like a section";
 
 // A file that the command is to write, and the message when it cannot.
 struct Target {
@@ -71,6 +73,9 @@ ExitStatus TryFiles(const std::array<Target, 5>& targets) {
 }  // namespace
 
 ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network) {
+  if (!arguments.no_save && !CanBeReadBack(network)) {
+    return Report(Status::Failure(kNotReadable));
+  }
   ExitStatus safe = KeepInputsSafe(
       {&arguments.error_history, &arguments.outputs, &arguments.history, &arguments.autosave},
       {&network.PatName, &network.TargName, &network.file_name});

@@ -4,6 +4,7 @@
 #include "base/text_numbers.h"
 #include "base/text_reader.h"
 #include "netfile/find_section.h"
+#include "netfile/header.h"
 #include "netfile/messages.h"
 #include "netfile/network_writer.h"
 
@@ -30,26 +31,50 @@ bool CopySnapshots(TextReader& store, const std::string& wanted, OutputFile& fil
   return !store.Failed();
 }
 
-// The last line of a network file: a snapshot that ends with it is there as a whole.
-bool EndsNetwork(const TextReader::Line& line) {
-  return line.ended && (line.text == "NORMALIZE:NONE" || line.text == "NORMALIZE:STOP");
-}
+// Goes through a store snapshot by snapshot. The lines of a header, which hold texts of the user,
+// are taken for nothing else.
+class SnapshotScan {
+ public:
+  enum class Part { kOutside, kStart, kInside, kEnd };
+
+  // What the next line is: the one that names the iteration, one of a network file, its last one.
+  Part Take(const TextReader::Line& line) {
+    if (!m_inside || m_header_lines >= kHeaderLineCount) {
+      if (line.ended && line.text.starts_with(kSnapshot)) {
+        m_inside = true;
+        m_header_lines = 0;
+        return Part::kStart;
+      }
+      if (!m_inside) return Part::kOutside;
+    } else if (line.ended) {
+      ++m_header_lines;
+      return Part::kInside;
+    }
+    m_inside = !(line.ended && (line.text == "NORMALIZE:NONE" || line.text == "NORMALIZE:STOP"));
+    return m_inside ? Part::kInside : Part::kEnd;
+  }
+
+ private:
+  bool m_inside = false;
+  int m_header_lines = 0;  // that have gone by
+};
 
 // Copies the snapshot of this number; false when a line could not be read or written.
 bool CopySnapshot(TextReader& store, int64_t number, OutputFile& file) {
   TextReader::Line line;
+  SnapshotScan scan;
   int64_t found = 0;
   while (found <= number && store.ReadLine(kSectionLineLimit, line)) {
-    if (line.text.starts_with(kSnapshot)) {
+    const SnapshotScan::Part part = scan.Take(line);
+    if (part == SnapshotScan::Part::kStart) {
       ++found;
     } else if (found == number) {
       file.Write(line.text);
       if (line.ended && !file.Write("\n")) return false;
-      // Behind it may be the beginning of a line that should have been the next snapshot's first.
-      if (EndsNetwork(line)) break;
+      if (part == SnapshotScan::Part::kEnd) return true;
     }
   }
-  return !store.Failed();
+  return false;
 }
 
 }  // namespace
@@ -79,20 +104,24 @@ Status ListSnapshots(const std::string& path, std::vector<std::string>& iteratio
   return store.Failed() ? Status::Failure(kStoreNotFound) : Status();
 }
 
-std::optional<StoredSnapshot> FindNewestSnapshot(const std::string& store) {
+Status FindNewestSnapshot(const std::string& store, std::optional<StoredSnapshot>& newest) {
+  newest.reset();
   TextReader file;
-  if (!file.Open(store)) return std::nullopt;
-  std::optional<StoredSnapshot> newest;
+  if (!file.Open(store)) return Status::Failure(kStoreNotFound);
   StoredSnapshot current;
   TextReader::Line line;
+  SnapshotScan scan;
   while (file.ReadLine(kSectionLineLimit, line)) {
-    if (line.text.starts_with(kSnapshot)) {
+    const SnapshotScan::Part part = scan.Take(line);
+    if (part == SnapshotScan::Part::kStart) {
       current = {ToInt(line.text.substr(kSnapshot.size())), current.number + 1};
-    } else if (current.number > 0 && EndsNetwork(line)) {
+    } else if (part == SnapshotScan::Part::kEnd) {
       newest = current;
     }
   }
-  return newest;
+  if (!file.Failed()) return {};
+  newest.reset();
+  return Status::Failure(kStoreNotFound);
 }
 
 Status WriteSnapshot(const std::string& store, const StoredSnapshot& snapshot,

@@ -30,7 +30,8 @@ struct StoredSnapshot {
   int32_t iteration = 0;
   int64_t number = 0;  // in file order, from 1
 };
-std::optional<StoredSnapshot> FindNewestSnapshot(const std::string& store);
+// "AutoSave File Not Found" when the store cannot be read.
+Status FindNewestSnapshot(const std::string& store, std::optional<StoredSnapshot>& newest);
 
 // Replaces `destination` by that snapshot and no other; its failures are those of RestoreSnapshot.
 Status WriteSnapshot(const std::string& store, const StoredSnapshot& snapshot,

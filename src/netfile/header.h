@@ -30,6 +30,9 @@
 
 namespace tarn {
 
+// Lines of a header.
+inline constexpr int kHeaderLineCount = 14;
+
 // The version that is written.
 inline constexpr int32_t kCurrentVersion = 3;
 

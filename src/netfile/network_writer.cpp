@@ -41,6 +41,12 @@ void WriteLimits(OutputFile& file, std::string_view name, const Limits& limits) 
   }
 }
 
+bool BeginsLikeASection(const std::string& text) {
+  constexpr std::array<std::string_view, 4> kKeys = {
+      "WEIGHTS:", "CONNECTIONS:", "TESTPATTERNS:", "NORMALIZE:"};
+  return std::ranges::any_of(kKeys, [&](std::string_view key) { return text.starts_with(key); });
+}
+
 }  // namespace
 
 bool WriteTestPatterns(OutputFile& file, const Network& network) {
@@ -70,7 +76,9 @@ bool CanBeReadBack(const Network& network) {
   const auto is_finite = [](float value) { return std::isfinite(value); };
   const std::array rates = {network.Eta,    network.Alpha,    network.EtaMin,
                             network.EtaMax, network.FastProp, network.Tolerance};
+  const std::array texts = {&network.NetName, &network.PatName, &network.TargName};
   return std::ranges::all_of(rates, is_finite) &&
+         std::ranges::none_of(texts, [](const auto* text) { return BeginsLikeASection(*text); }) &&
          std::ranges::all_of(network.layers, [&](const Layer& layer) {
            return std::ranges::all_of(layer.weights.All(), is_finite);
          });

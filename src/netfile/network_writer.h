@@ -32,7 +32,7 @@ bool WriteNormalize(OutputFile& file, const Network& network);
 bool WriteNetwork(OutputFile& file, const Network& network);
 
 // Whether a reader would take the network from a file as it is: all its rates and weights are
-// finite.
+// finite, and none of its texts begins like a section, for which it would be taken.
 bool CanBeReadBack(const Network& network);
 
 // Writes the network to `path`. The network's own file, that is a path equal to file_name byte

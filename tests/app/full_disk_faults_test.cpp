@@ -2,7 +2,6 @@
 // TARN_FULL_DISK names its empty folder.
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -10,6 +9,7 @@
 #include "app/faults_trial.h"
 #include "base/file_layer.h"
 #include "support/faulty_disk.h"
+#include "support/temporary_folder_is.h"
 
 namespace tarn {
 namespace {
@@ -60,11 +60,8 @@ TEST_P(FullDisk, IsToldAndLeavesEverythingAsItWas) {
 }
 
 TEST_P(FullDisk, IsToldWhenItHoldsTheTemporaryFilesToo) {
-  const char* before = std::getenv("TMPDIR");
-  const std::string restored = before == nullptr ? "" : before;
-  ::setenv("TMPDIR", (m_disk + "/temporary").c_str(), 1);
+  const TemporaryFolderIs named(m_disk + "/temporary");
   TryAll();
-  ::setenv("TMPDIR", restored.c_str(), 1);
 }
 
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(FullDisk);

@@ -11,6 +11,7 @@
 #include "netfile/network_writer.h"
 #include "support/doomed_process.h"
 #include "support/fake_dialogs.h"
+#include "support/faulty_files.h"
 #include "support/slashes.h"
 
 namespace tarn {
@@ -35,7 +36,7 @@ class InterruptedRuns : public SessionFixture {
     EXPECT_TRUE(AppendSnapshot(m_store, m_network));
   }
   void PutNote(const std::string& note, const std::string& network, const std::string& store) {
-    m_files.Put(note, "TARN RUN 1\0"s + network + '\0' + store + '\0');
+    m_files.Put(note, "TARN RUN 1\0"s + network + '\0' + store.substr(store.rfind('/') + 1) + '\0');
   }
   void Offer() { OfferInterruptedRuns(FindInterruptedRuns("/tmp"), m_session, m_dialogs); }
 
@@ -86,6 +87,21 @@ TEST_F(InterruptedRuns, AreOfferedAgainAfterCancelAndAfterAFailure) {
   EXPECT_TRUE(m_files.Exists(m_note));
 }
 
+TEST_F(InterruptedRuns, StayWhenTheirStoreCannotBeReadNow) {
+  FaultyFiles faulty(m_files);
+  const ScopedFileLayer layer(faulty);
+  const std::vector<InterruptedRun> runs = FindInterruptedRuns("/tmp");
+  ASSERT_EQ(runs.size(), 1U);
+  for (int64_t k = 1; k <= 2; ++k) {
+    faulty.FailAt(k, FaultyFiles::Fault::kOnce, FaultyFiles::Kinds::kAll);
+    OfferInterruptedRuns(runs, m_session, m_dialogs);
+    EXPECT_EQ(faulty.Failures(), 1) << "the open, then the read";
+  }
+  EXPECT_THAT(m_dialogs.asked, IsEmpty());
+  EXPECT_TRUE(m_files.Exists(m_store));
+  EXPECT_TRUE(m_files.Exists(m_note));
+}
+
 TEST_F(InterruptedRuns, AreForgottenWhenTheFileIsNewer) {
   m_files.Put("/home/nets/test.net", "saved since");
   Offer();
@@ -118,13 +134,16 @@ TEST_F(InterruptedRuns, AreLeftToTheProcessThatLives) {
 TEST_F(InterruptedRuns, AreNotMadeOfOtherFiles) {
   m_files.Put("/home/nets/precious", "ITERATION 5\n");
   const std::string start = "/tmp/Tarn" + EndedProcess();
-  PutNote(m_note, "/home/nets/test.net", "/home/nets/precious");
-  PutNote(start + "-note34.run", "/home/nets/test.net", "/tmp/../home/nets/precious");
+  for (const char* store : {"/home/nets/precious", "../home/nets/precious", "", ".."}) {
+    m_files.Put(m_note, "TARN RUN 1\0/home/nets/test.net\0"s + store + '\0');
+    for (const InterruptedRun& run : FindInterruptedRuns("/tmp")) EXPECT_EQ(run.store, "/tmp/..");
+  }
+  m_files.Remove(m_note);
   PutNote(start + "-note56.run", "", m_store);
-  m_files.Put(start + "-note78.run", "TARN RUN 2\0/home/nets/test.net\0"s + m_store + '\0');
+  m_files.Put(start + "-note78.run", "TARN RUN 2\0/home/nets/test.net\0store\0"s);
   m_files.Put(start + "-note90.run", "TARN RUN 1");
   m_files.Put(start + "-noteab.run", "");
-  m_files.Put(start + "-note.run", "TARN RUN 1\0/home/nets/test.net\0"s + m_store + '\0');
+  m_files.Put(start + "-note.run", "TARN RUN 1\0/home/nets/test.net\0store\0"s);
   EXPECT_THAT(FindInterruptedRuns("/tmp"), IsEmpty());
   EXPECT_THAT(FindInterruptedRuns("/no such folder"), IsEmpty());
 }
@@ -140,7 +159,7 @@ TEST_F(InterruptedRuns, KeepTheirStoresWhenAbandonedFilesAreRemoved) {
 
 TEST_F(InterruptedRuns, AreNotedInAFileOfTheirProcess) {
   RunNote note;
-  note.Write("/tmp", "/home/nets/test.net", m_store);
+  note.Write("/home/nets/test.net", m_store);
   EXPECT_TRUE(note.IsThere());
   m_files.Remove(m_note);
   // The next process with this number has ended this one.
@@ -149,12 +168,13 @@ TEST_F(InterruptedRuns, AreNotedInAFileOfTheirProcess) {
   EXPECT_TRUE(Slashes(runs[0].note).starts_with("/tmp/Tarn" + ProcessName() + "-"));
   EXPECT_EQ(runs[0].network, "/home/nets/test.net");
   EXPECT_EQ(runs[0].store, m_store);
-  note.Write("/tmp", "/home/nets/other.net", m_store);
+  note.Write("/home/nets/other.net", m_store);
   ASSERT_EQ(FindInterruptedRuns("/tmp").size(), 1U) << "written anew";
   EXPECT_EQ(FindInterruptedRuns("/tmp")[0].network, "/home/nets/other.net");
+  note.Write("/home/nets/third.net", "/none/store");
+  EXPECT_EQ(FindInterruptedRuns("/tmp")[0].network, "/home/nets/other.net") << "it stays";
   note.Remove();
   EXPECT_THAT(FindInterruptedRuns("/tmp"), IsEmpty());
-  note.Write("/none", "/home/nets/test.net", m_store);
   EXPECT_FALSE(note.IsThere());
 }
 

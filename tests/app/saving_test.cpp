@@ -83,8 +83,8 @@ TEST_F(Saving, AsksBeforeItWritesWhatCouldNotBeReadBack) {
   EXPECT_TRUE(SaveNetwork(m_session, m_dialogs));
   EXPECT_NE(m_files.Get("/home/nets/test.net").value(), before);
   EXPECT_THAT(m_dialogs.asked.back(),
-              "Tarn Warning|The network holds values that are infinite or not numbers: its file "
-              "could not be read back. Save it all the same?");
+              "Tarn Warning|The file of this network could not be read back: a value of it is "
+              "infinite or not a number, or a name begins like a section. Save it all the same?");
 }
 
 TEST_F(Saving, WritesTheSetupToItsOwnFileOrAnother) {

@@ -331,13 +331,9 @@ TEST_F(TrainingDeskTest, OffersTheLastSnapshotOfARunThatHasDiverged) {
   EXPECT_THAT(m_dialogs.told, IsEmpty());
 }
 
-TEST_F(TrainingDeskTest, NotesTheRunFromItsFirstSnapshotOn) {
-  SetLine(8, "8 0");
-  Desk().Start();
+TEST_F(TrainingDeskTest, NotesWhoseStoreItIs) {
+  Desk();
   const std::string folder = TemporaryFolder();
-  EXPECT_THAT(FindInterruptedRuns(folder), IsEmpty());
-  while (Desk().Work(1000)) {
-  }
   ASSERT_EQ(FindInterruptedRuns(folder).size(), 1U);
   EXPECT_EQ(Slashes(FindInterruptedRuns(folder)[0].network), "/home/nets/test.net");
   m_dialogs.files = {"/home/nets/new.net"};
@@ -355,15 +351,36 @@ TEST_F(TrainingDeskTest, LeavesItsSnapshotsWhenNobodyCouldBeAsked) {
   m_desk.reset();
   const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
   ASSERT_EQ(runs.size(), 1U);
-  const std::optional<StoredSnapshot> newest = NewerSnapshot(runs[0]);
+  std::optional<StoredSnapshot> newest;
+  ASSERT_TRUE(FindNewestSnapshot(runs[0].store, newest).ok());
   ASSERT_TRUE(newest.has_value());
   EXPECT_EQ(newest->iteration, 16);
   EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 2) << "the store and its note";
 }
 
-TEST_F(TrainingDeskTest, LeavesNothingWhenThereIsNoSnapshot) {
+TEST_F(TrainingDeskTest, LeavesTheNetworkAsItIsWhereItIsNotSaved) {
+  RunToTheEnd();
+  Desk().LeaveNetwork();
+  m_desk.reset();
+  const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
+  ASSERT_EQ(runs.size(), 1U);
+  std::optional<StoredSnapshot> newest;
+  ASSERT_TRUE(FindNewestSnapshot(runs[0].store, newest).ok());
+  ASSERT_TRUE(newest.has_value());
+  EXPECT_EQ(newest->iteration, 20);
+}
+
+TEST_F(TrainingDeskTest, LeavesNothingWhereThereIsNoSnapshot) {
   RunToTheEnd();
   Desk().LeaveSnapshots();
+  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
+}
+
+TEST_F(TrainingDeskTest, LeavesNothingOfANetworkThatIsSaved) {
+  RunToTheEnd();
+  EXPECT_TRUE(Desk().Save());
+  Desk().LeaveNetwork();
+  m_desk.reset();
   EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
 }
 
@@ -447,7 +464,7 @@ TEST_F(TrainingDeskTest, TrainsWithoutAStoreWhenNoneCanBeMade) {
 TEST_F(TrainingDeskTest, LeavesNoTemporaryFiles) {
   RunToTheEnd();
   const auto ours = [&] { return std::ranges::count_if(m_files.Paths(), IsTemporary); };
-  EXPECT_EQ(ours(), 2);
+  EXPECT_EQ(ours(), 3) << "history, store and its note";
   m_desk.reset();
   EXPECT_EQ(ours(), 0);
   Open();

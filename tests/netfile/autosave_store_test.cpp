@@ -29,6 +29,11 @@ class AutoSaveStore : public NetFileTest {
   RestoreResult Restore(std::string_view choice) {
     return RestoreSnapshot("/home/store", "/home/restored.net", choice);
   }
+  static std::optional<StoredSnapshot> Newest() {
+    std::optional<StoredSnapshot> newest;
+    EXPECT_TRUE(FindNewestSnapshot("/home/store", newest).ok());
+    return newest;
+  }
   Lines Listed() {
     Lines iterations = {"left over"};
     EXPECT_TRUE(ListSnapshots("/home/store", iterations).ok());
@@ -97,14 +102,13 @@ TEST_F(AutoSaveStore, RestoresTheSnapshotOfAnIteration) {
 }
 
 TEST_F(AutoSaveStore, FindsTheNewestSnapshotThatIsThereAsAWhole) {
-  EXPECT_FALSE(FindNewestSnapshot("/home/none").has_value());
-  EXPECT_FALSE(FindNewestSnapshot("/home/store").has_value());
+  EXPECT_FALSE(Newest().has_value());
   for (const int32_t iteration : {5, 50}) Append(iteration);
   const std::string store = Get("/home/store");
   const size_t second = store.rfind("ITERATION");
   for (size_t size = 0; size <= store.size(); ++size) {
     m_files.Put("/home/store", store.substr(0, size));
-    const std::optional<StoredSnapshot> newest = FindNewestSnapshot("/home/store");
+    const std::optional<StoredSnapshot> newest = Newest();
     const int expected = size == store.size() ? 50 : size < second ? 0 : 5;
     ASSERT_EQ(newest ? newest->iteration : 0, expected) << size << " bytes";
     if (!newest) continue;
@@ -113,9 +117,33 @@ TEST_F(AutoSaveStore, FindsTheNewestSnapshotThatIsThereAsAWhole) {
   }
 }
 
+TEST_F(AutoSaveStore, TakesNoTextOfAHeaderForAnythingElse) {
+  for (const char* name : {"ITERATION 9999", "NORMALIZE:NONE", "NORMALIZE:STOP"}) {
+    m_network.NetName = name;
+    m_network.PatName = m_network.TargName = "ITERATIONS.txt";
+    EXPECT_TRUE(CreateStore("/home/store").ok());
+    OutputFile store;
+    ASSERT_TRUE(store.OpenAppending("/home/store") && store.Printf("ITERATION %d\n", 7) &&
+                WriteNetwork(store, At(7)) && store.Commit());
+    ASSERT_TRUE(Newest().has_value());
+    EXPECT_EQ(Newest()->iteration, 7);
+    EXPECT_TRUE(WriteSnapshot("/home/store", *Newest(), "/home/newest.net").ok());
+    EXPECT_EQ(Get("/home/newest.net"), TextOf(At(7)));
+  }
+}
+
+TEST_F(AutoSaveStore, TellsWhenItsNewestSnapshotCannotBeFoundOut) {
+  Append(5);
+  std::optional<StoredSnapshot> newest;
+  EXPECT_EQ(FindNewestSnapshot("/home/none", newest).message(), "AutoSave File Not Found");
+  m_faulty.FailAt(2, FaultyFiles::Fault::kOnce, FaultyFiles::Kinds::kAll);
+  EXPECT_EQ(FindNewestSnapshot("/home/store", newest).message(), "AutoSave File Not Found");
+  EXPECT_FALSE(newest.has_value());
+}
+
 TEST_F(AutoSaveStore, WritesASnapshotWholeOrNotAtAllWheneverTheDiskFails) {
   Append(5);
-  const StoredSnapshot snapshot = FindNewestSnapshot("/home/store").value();
+  const StoredSnapshot snapshot = Newest().value();
   m_files.Put("/home/newest.net", "old");
   Status written;
   const int64_t faults = ForEveryFault(

@@ -283,6 +283,13 @@ TEST_F(NetworkWriter, KnowsWhatCouldNotBeReadBack) {
     network.layers[2].weights.All().back() = -value;
     EXPECT_FALSE(CanBeReadBack(network));
   }
+  for (std::string Network::*text : {&Network::NetName, &Network::PatName, &Network::TargName}) {
+    for (const char* key : {"WEIGHTS:", "CONNECTIONS:FULL", "TESTPATTERNS:x", "NORMALIZE:NONE"}) {
+      Network network = m_network;
+      network.*text = key;
+      EXPECT_FALSE(CanBeReadBack(network)) << key;
+    }
+  }
   m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::max();
   EXPECT_TRUE(CanBeReadBack(m_network));
 }

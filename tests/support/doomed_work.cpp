@@ -81,17 +81,16 @@ std::function<bool()> StoringSnapshots() {
   };
 }
 
-// The store is made as a training run makes it, and noted after its first snapshot.
+// The store is made and noted as a training run does it.
 std::function<bool()> TrainingWithStore() {
   const auto store = std::make_shared<TempFile>();
   const auto note = std::make_shared<RunNote>();
   const std::string folder = SystemFiles().CurrentDirectory();
   const bool made = store->Create(folder, FileLayer::Lifetime::kLasting);
-  return [store, note, folder, made, network = DoomedNetwork(3)]() mutable {
+  if (made) note->Write(FullPath("a.net"), store->path());
+  return [store, note, network = DoomedNetwork(3)]() mutable {
     ++network.iteration;
-    if (!made || !AppendSnapshot(store->path(), network)) return false;
-    if (!note->IsThere()) note->Write(folder, FullPath("a.net"), store->path());
-    return note->IsThere();
+    return note->IsThere() && AppendSnapshot(store->path(), network);
   };
 }
 

@@ -19,7 +19,6 @@
 #include "netfile/autosave_store.h"
 #include "netgraph/ui/net_graph_dlg.h"
 #include "resources/controls.h"
-#include "support/temporary_folder_is.h"
 #include "ui/main_window_fixture.h"
 
 // What the program holds after hundreds of windows and hours of training: memory, open files,
@@ -178,10 +177,6 @@ class Load : public MainWindowFixture {
     }
     return std::to_string(bytes / 1024) + " KB on the disk";
   }
-
- private:
-  TempFolder m_temporary;
-  TemporaryFolderIs m_named{m_temporary.path()};
 };
 
 TEST_F(Load, LeavesNothingOfTheWindowsThatWereOpenWhileANetworkTrains) {

@@ -11,6 +11,7 @@
 #include "app/ui/main_frame.h"
 #include "app/ui/window_dialogs.h"
 #include "support/temp_folder.h"
+#include "support/temporary_folder_is.h"
 #include "ui/driver.h"
 #include "ui/native_answers.h"
 
@@ -52,6 +53,8 @@ class MainWindowFixture : public testing::Test {
   static void RunCommandLine(const std::string& arguments, const std::string& output = "/dev/null");
 
   TempFolder m_folder;
+  TempFolder m_temporary;  // of the program
+  TemporaryFolderIs m_temporary_is{m_temporary.path()};
   ApplicationPaths m_paths;
   std::unique_ptr<Session> m_session;
   std::unique_ptr<AnsweredDialogs> m_dialogs;

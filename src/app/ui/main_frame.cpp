@@ -392,17 +392,15 @@ void TMain::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
-  if (m_training != nullptr) {
-    m_training->StopTraining();
-    // Nobody could be asked.
-    if (!event.CanVeto()) m_training->LeaveSnapshots();
-  }
+  if (m_training != nullptr) m_training->StopTraining();
   if (!IsFree()) {
     // The dialogs are in the midst of their loops: they end first, one by one.
     m_close_forced = true;
     wxWakeUpIdle();
     return;
   }
+  // Where nobody could be asked.
+  if (m_training != nullptr && !event.CanVeto()) m_training->LeaveNetwork();
   RememberGeometry();
   Destroy();
 }

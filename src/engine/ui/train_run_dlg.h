@@ -30,7 +30,7 @@ class TrainRunDlg : public wxPanel, private TrainingView {
   void Hold(bool hold);
   void StopTraining() { m_desk.Stop(); }
   // The program ends, and nobody could be asked whether to save.
-  void LeaveSnapshots() { m_desk.LeaveSnapshots(); }
+  void LeaveNetwork() { m_desk.LeaveNetwork(); }
   // The program is about to end without a word more.
   void Abandon();
   const TrainingDesk& desk() const { return m_desk; }
