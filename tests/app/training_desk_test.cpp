@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "app/session_fixture.h"
+#include "app/training_desk_fixture.h"
 #include "base/paths.h"
 #include "engine/error_history.h"
 #include "netfile/autosave_store.h"
-#include "support/fake_dialogs.h"
 #include "support/faulty_files.h"
-#include "support/set_clock.h"
-#include "support/slashes.h"
 
 namespace tarn {
 namespace {
@@ -23,49 +19,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class RecordingView : public TrainingView {
- public:
-  void ShowStatus(std::string_view text) override { statuses.emplace_back(text); }
-  void Changed() override { ++changes; }
-
-  std::vector<std::string> statuses;
-  int changes = 0;
-};
-
-constexpr float kHuge = 1e30F;  // the square of it is infinite
-
-bool IsTemporary(const std::string& path) {
-  return path.starts_with(Slashes(JoinPath(TemporaryFolder(), "Tarn")));
-}
-
-// The fixture's network, loaded; 10 patterns, 20 iterations unless a test says otherwise.
-class TrainingDeskTest : public SessionFixture {
+class TrainingDeskOptions : public TrainingDeskTest {
  protected:
-  TrainingDesk& Desk() {
-    if (m_desk == nullptr) {
-      SetLine(6, "20");
-      EXPECT_EQ(Train(), "");
-      Open();
-    }
-    return *m_desk;
-  }
-  void Open() {
-    m_desk = std::make_unique<TrainingDesk>(m_session, m_dialogs, m_view, m_clock, size_t{1});
-  }
-  void RunToTheEnd() {
-    Desk().Start();
-    while (Desk().Work(1000)) {
-    }
-  }
   void EnterOption(int32_t command, const std::string& text) {
     m_dialogs.values.push_back(text);
     EXPECT_TRUE(Desk().ChangeOption(command));
   }
-
-  FakeDialogs m_dialogs;
-  RecordingView m_view;
-  SetClock m_clock;
-  std::unique_ptr<TrainingDesk> m_desk;
 };
 
 TEST_F(TrainingDeskTest, RunsToTheLastIterationAndSaysSo) {
@@ -141,7 +100,7 @@ TEST_F(TrainingDeskTest, StopsWhileHalted) {
   EXPECT_FALSE(Desk().IsUnderWay());
 }
 
-TEST_F(TrainingDeskTest, KnowsWhetherTheNetworkIsSaved) {
+TEST_F(TrainingDeskOptions, KnowsWhetherTheNetworkIsSaved) {
   RunToTheEnd();
   EXPECT_FALSE(m_session.saved);
   EXPECT_TRUE(Desk().Save());
@@ -153,7 +112,7 @@ TEST_F(TrainingDeskTest, KnowsWhetherTheNetworkIsSaved) {
   EXPECT_FALSE(m_session.saved);
 }
 
-TEST_F(TrainingDeskTest, TakesEveryOptionOfTheMenu) {
+TEST_F(TrainingDeskOptions, TakesEveryOptionOfTheMenu) {
   EnterOption(106, "0.25");
   EnterOption(107, "0.125");
   EnterOption(108, "0.75");
@@ -179,7 +138,7 @@ TEST_F(TrainingDeskTest, TakesEveryOptionOfTheMenu) {
   EXPECT_FALSE(Desk().ChangeOption(105));
 }
 
-TEST_F(TrainingDeskTest, KeepsTheOldValueOfAnOptionThatIsRefusedOrCancelled) {
+TEST_F(TrainingDeskOptions, KeepsTheOldValueOfAnOptionThatIsRefusedOrCancelled) {
   EnterOption(110, "3.1");
   EXPECT_THAT(m_dialogs.told, ElementsAre("Training Parameter Error|Fast-Prop Coef Invalid"));
   m_dialogs.values.push_back(std::nullopt);
@@ -188,7 +147,7 @@ TEST_F(TrainingDeskTest, KeepsTheOldValueOfAnOptionThatIsRefusedOrCancelled) {
   EXPECT_EQ(m_dialogs.told.size(), 1U);
 }
 
-TEST_F(TrainingDeskTest, ChangesNothingWhenTheValueShownIsAccepted) {
+TEST_F(TrainingDeskOptions, ChangesNothingWhenTheValueShownIsAccepted) {
   RunToTheEnd();
   m_network.Eta = 1e-7F;
   EXPECT_TRUE(Desk().Save());
@@ -198,7 +157,7 @@ TEST_F(TrainingDeskTest, ChangesNothingWhenTheValueShownIsAccepted) {
 }
 
 // With ten patterns, an update after each changes the weights ten times an iteration.
-TEST_F(TrainingDeskTest, UpdatesTheWeightsAfterThePatternsEntered) {
+TEST_F(TrainingDeskOptions, UpdatesTheWeightsAfterThePatternsEntered) {
   RunToTheEnd();
   const Matrix in_one = m_network.layers[1].weights;
   for (const char* patterns : {"1", "0"}) {
@@ -212,7 +171,7 @@ TEST_F(TrainingDeskTest, UpdatesTheWeightsAfterThePatternsEntered) {
   }
 }
 
-TEST_F(TrainingDeskTest, SwitchesLearnRateControlOffAndOnAgain) {
+TEST_F(TrainingDeskOptions, SwitchesLearnRateControlOffAndOnAgain) {
   SetLine(7, "10 1");
   EXPECT_EQ(Desk().LearnRateControlText(), "From Iteration 10");
   Desk().ToggleLearnRateControl();
@@ -295,95 +254,6 @@ TEST_F(TrainingDeskTest, KeepsSnapshotsAndSavesTheOneChosen) {
   EXPECT_TRUE(m_files.Get("/home/snapshot.net").value_or("").starts_with("TARNV2.1\nTest\n"));
 }
 
-TEST_F(TrainingDeskTest, TellsThatARunHasDiverged) {
-  Desk();
-  m_network.targets.Row(0)[0] = kHuge;
-  RunToTheEnd();
-  EXPECT_THAT(m_dialogs.told, IsEmpty()) << "not within the run";
-  Desk().TellPending();
-  Desk().TellPending();
-  EXPECT_THAT(m_dialogs.told,
-              ElementsAre("Tarn Warning|Training stopped at iteration 1: the error is infinite or "
-                          "not a number."));
-  EXPECT_FALSE(Desk().IsUnderWay());
-}
-
-TEST_F(TrainingDeskTest, OffersTheLastSnapshotOfARunThatHasDiverged) {
-  SetLine(8, "3 0");
-  Desk().Start();
-  while (m_network.iteration < 7) ASSERT_TRUE(Desk().Work(0));
-  m_network.targets.Row(0)[0] = kHuge;
-  while (Desk().Work(1000)) {
-  }
-  m_dialogs.answers = {Answer::kYes};
-  m_dialogs.files = {m_network.file_name};
-  m_session.saved = true;
-  Desk().TellPending();
-  const int32_t last = (m_network.iteration - 1) / 3 * 3;
-  const std::string expected = "Tarn Warning|Training stopped at iteration " +
-                               std::to_string(m_network.iteration) +
-                               ": the error is infinite or not a number. Save the network as it "
-                               "was at iteration " +
-                               std::to_string(last) + ", the last AutoSave snapshot?";
-  EXPECT_THAT(m_dialogs.asked, ElementsAre(expected));
-  EXPECT_TRUE(m_files.Get("/home/nets/test.net").value_or("").starts_with("TARNV2.1\nTest\n"));
-  EXPECT_FALSE(m_session.saved) << "the file holds another network";
-  EXPECT_THAT(m_dialogs.told, IsEmpty());
-}
-
-TEST_F(TrainingDeskTest, NotesWhoseStoreItIs) {
-  Desk();
-  const std::string folder = TemporaryFolder();
-  ASSERT_EQ(FindInterruptedRuns(folder).size(), 1U);
-  EXPECT_EQ(Slashes(FindInterruptedRuns(folder)[0].network), "/home/nets/test.net");
-  m_dialogs.files = {"/home/nets/new.net"};
-  Desk().SaveAs();
-  ASSERT_EQ(FindInterruptedRuns(folder).size(), 1U);
-  EXPECT_EQ(FindInterruptedRuns(folder)[0].network, "/home/nets/new.net");
-  m_desk.reset();
-  EXPECT_THAT(FindInterruptedRuns(folder), IsEmpty());
-}
-
-TEST_F(TrainingDeskTest, LeavesItsSnapshotsWhenNobodyCouldBeAsked) {
-  SetLine(8, "8 0");
-  RunToTheEnd();
-  Desk().LeaveSnapshots();
-  m_desk.reset();
-  const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
-  ASSERT_EQ(runs.size(), 1U);
-  std::optional<StoredSnapshot> newest;
-  ASSERT_TRUE(FindNewestSnapshot(runs[0].store, newest).ok());
-  ASSERT_TRUE(newest.has_value());
-  EXPECT_EQ(newest->iteration, 16);
-  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 2) << "the store and its note";
-}
-
-TEST_F(TrainingDeskTest, LeavesTheNetworkAsItIsWhereItIsNotSaved) {
-  RunToTheEnd();
-  Desk().LeaveNetwork();
-  m_desk.reset();
-  const std::vector<InterruptedRun> runs = FindInterruptedRuns(TemporaryFolder());
-  ASSERT_EQ(runs.size(), 1U);
-  std::optional<StoredSnapshot> newest;
-  ASSERT_TRUE(FindNewestSnapshot(runs[0].store, newest).ok());
-  ASSERT_TRUE(newest.has_value());
-  EXPECT_EQ(newest->iteration, 20);
-}
-
-TEST_F(TrainingDeskTest, LeavesNothingWhereThereIsNoSnapshot) {
-  RunToTheEnd();
-  Desk().LeaveSnapshots();
-  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
-}
-
-TEST_F(TrainingDeskTest, LeavesNothingOfANetworkThatIsSaved) {
-  RunToTheEnd();
-  EXPECT_TRUE(Desk().Save());
-  Desk().LeaveNetwork();
-  m_desk.reset();
-  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
-}
-
 TEST_F(TrainingDeskTest, SavesNoSnapshotThatIsNotThere) {
   Desk();
   for (const char* choice : {"0", "abc", "7"}) {
@@ -459,17 +329,6 @@ TEST_F(TrainingDeskTest, TrainsWithoutAStoreWhenNoneCanBeMade) {
     Desk().TellPending();
     EXPECT_EQ(m_dialogs.told.size(), 2U) << "told once";
   }
-}
-
-TEST_F(TrainingDeskTest, LeavesNoTemporaryFiles) {
-  RunToTheEnd();
-  const auto ours = [&] { return std::ranges::count_if(m_files.Paths(), IsTemporary); };
-  EXPECT_EQ(ours(), 3) << "history, store and its note";
-  m_desk.reset();
-  EXPECT_EQ(ours(), 0);
-  Open();
-  Desk().RemoveFiles();
-  EXPECT_EQ(ours(), 0);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
+#include <clocale>
+#include <cstdio>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <locale.h>
 #include <map>
-#include <stdio.h>
 #include <stdlib.h>
 #include <string>
 
@@ -92,14 +92,11 @@ class Locales : public CliTest {
 // What printf makes of a half in a locale.
 std::string HalfIn(const char* name) {
   ::setenv("LOCPATH", TARN_LOCALES, 1);
-  const locale_t locale = ::newlocale(LC_ALL_MASK, name, nullptr);
+  const bool known = std::setlocale(LC_ALL, name) != nullptr;
+  char text[16] = "no such locale";
+  if (known) std::snprintf(text, sizeof(text), "%.1f", 0.5);
+  std::setlocale(LC_ALL, "C");
   ::unsetenv("LOCPATH");
-  if (locale == nullptr) return "no such locale";
-  const locale_t before = ::uselocale(locale);
-  char text[8] = "";
-  ::snprintf(text, sizeof(text), "%.1f", 0.5);
-  ::uselocale(before);
-  ::freelocale(locale);
   return text;
 }
 

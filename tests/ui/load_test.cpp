@@ -37,7 +37,12 @@ constexpr int kRmsPlot = 116;
 
 // What the toolkit and the allocator need to settle; a leak of a window or of a screen update
 // passes it soon.
+#ifdef __SANITIZE_ADDRESS__
+// What was given back is kept for a while.
+constexpr int64_t kSlackKilobytes = 300 * 1024;
+#else
 constexpr int64_t kSlackKilobytes = 8192;
+#endif
 // The toolkit keeps a little of every window that was open.
 constexpr int64_t kKilobytesOfWindow = 24;
 
