@@ -138,6 +138,7 @@ std::vector<InterruptedRun> FindInterruptedRuns(const std::string& folder) {
 
 std::vector<std::string> StoresOf(const std::vector<InterruptedRun>& runs) {
   std::vector<std::string> stores;
+  stores.reserve(runs.size());
   for (const InterruptedRun& run : runs) stores.push_back(run.store);
   return stores;
 }
