@@ -11,8 +11,7 @@ inline constexpr std::string_view kSelectMode = "Select Recall or Training Execu
 inline constexpr std::string_view kAskToSave = "Save Network File?";
 inline constexpr std::string_view kAskToSaveUnreadable =
     "The file of this network could not be read back: a value of it is infinite or not a number, "
-    "or "
-    "a name begins like a section. Save it all the same?";
+    "or a name begins like a section. Save it all the same?";
 inline constexpr std::string_view kAskToSaveLastSnapshot =
     "%s. Save the network as it was at iteration %d, the last AutoSave snapshot?";
 inline constexpr std::string_view kAskToTakeUp =

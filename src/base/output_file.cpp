@@ -81,12 +81,12 @@ bool OutputFile::OpenReplacing(const std::string& path, Content content, Links l
   Discard();
   m_line_end = content == Content::kText ? Files().LineEnd() : kStoredAsWritten;
   const bool follow = links == Links::kFollowed;
+  const std::string target = follow ? Files().ResolveLinks(path) : path;
+  if (path.empty() || target.empty()) return false;
   // A device is asked for by the name given: what its links lead to need not be a name.
-  if (follow && Files().ResolveLinks(path).empty()) return false;
   if (follow && Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
-  m_path = FullPath(follow ? Files().ResolveLinks(path) : path);
-  if (path.empty() || m_path.empty()) return false;
+  m_path = FullPath(target);
   if (Files().IsDirectory(m_path) || Files().IsWriteProtected(m_path)) return false;
   RemoveLeftovers(m_path);
   return Start(Way::kReplace, FreshTemporary(m_path), FileLayer::Mode::kCreateNew);

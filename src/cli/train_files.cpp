@@ -23,8 +23,7 @@ namespace {
 
 constexpr std::string_view kNotReadable =
     "the file of this network could not be read back: a value of it is infinite or not a number, "
-    "or "
-    "a name begins like a section";
+    "or a name begins like a section";
 
 // A file that the command is to write, and the message when it cannot.
 struct Target {

@@ -146,6 +146,25 @@ TEST(OutputFile, FollowsNoLinkThatSomebodyElseHasPutIntoASharedFolder) {
   EXPECT_EQ(NamesIn(folder.path()), (Names{"planted", "victim"}));
 }
 
+TEST(OutputFile, WritesIntoNoPipeThatSomebodyElsesLinkLeadsTo) {
+  const TempFolder folder;
+  ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("pipe", folder / "planted");
+  const uid_t other = ::geteuid() == 0 ? 65534 : ::geteuid();
+  ASSERT_EQ(::lchown((folder / "planted").c_str(), other, static_cast<gid_t>(-1)), 0);
+  const bool own = other == ::geteuid();
+  // With a reader the pipe takes bytes at once.
+  const int reader = ::open((folder / "pipe").c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(Save(folder / "planted", "new"), own);
+  EXPECT_EQ(Append(folder / "planted", "new"), own);
+  char bytes[8] = "";
+  EXPECT_EQ(::read(reader, bytes, sizeof(bytes)), own ? 6 : 0);
+  ::close(reader);
+  EXPECT_TRUE(Save(folder / "pipe.txt", "the folder takes files"));
+}
+
 TEST(OutputFile, ReplacesALinkThatTheUserHasNotNamed) {
   const TempFolder folder;
   WriteFile(folder / "victim", "old");
