@@ -88,7 +88,7 @@ struct Parsers {
 // To make them takes longer than a run. They keep the order of all options that they ever parsed,
 // so new ones are made now and then.
 Parsers& TheParsers() {
-  constexpr int kRuns = 32;
+  constexpr int kRuns = 1024;
   static std::unique_ptr<Parsers> parsers;
   static int runs = 0;
   if (runs++ % kRuns == 0) parsers = std::make_unique<Parsers>();
