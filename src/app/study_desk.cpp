@@ -20,9 +20,9 @@ namespace tarn {
 
 // A command by its numbers in the training and in the recall menu; 0 where it is not.
 struct StudyDesk::Command {
-  int32_t training;
-  int32_t recall;
-  void (StudyDesk::*act)();
+  int32_t training = 0;
+  int32_t recall = 0;
+  void (StudyDesk::*act)() = nullptr;
   bool needs_targets = false;
   bool begins_task = false;
 };

@@ -160,7 +160,8 @@ class Load : public MainWindowFixture {
       window->Update();
       window->Close();
     }
-    Until([] { return StudyWindows().empty(); });
+    // The last of a window, its files too, goes when the loop is idle.
+    Until([] { return StudyWindows().empty() && wxPendingDelete.IsEmpty(); });
   }
 
   void OpenAndCloseWindows(int count) {
