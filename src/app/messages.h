@@ -9,15 +9,20 @@ inline constexpr std::string_view kUntrainedRecall =
     "Untrained Networks Cannot be used for Recall!";
 inline constexpr std::string_view kSelectMode = "Select Recall or Training Execution Mode!";
 inline constexpr std::string_view kAskToSave = "Save Network File?";
-inline constexpr std::string_view kAskToSaveUnreadable =
-    "The file of this network could not be read back: a value of it is infinite or not a number, "
-    "or a name begins like a section. Save it all the same?";
+// Behind what is wrong with it.
+inline constexpr std::string_view kAskAllTheSame = ". Save it all the same?";
 inline constexpr std::string_view kAskToSaveLastSnapshot =
     "%s. Save the network as it was at iteration %d, the last AutoSave snapshot?";
+// In front of why.
+inline constexpr std::string_view kNoSnapshots = "No AutoSave snapshots are taken. ";
 inline constexpr std::string_view kAskToTakeUp =
     "The training of %s was interrupted. Its AutoSave snapshot of iteration %d is newer than the "
     "file. Save the snapshot as a network file? No removes it, Cancel asks again at the next "
     "start.";
+inline constexpr std::string_view kAskToTakeUpOlder =
+    "The training of %s was interrupted after its AutoSave snapshot of iteration %d, and the file "
+    "has been written since. Save the snapshot as a network file? No removes it, Cancel asks again "
+    "at the next start.";
 inline constexpr std::string_view kAskToReset = "Reset Network to Untrained State?";
 
 // Of a command that compares with targets, of an analysis, and of one that was left.
@@ -37,16 +42,14 @@ inline constexpr std::string_view kLoadConnections = "Reading Connections";
 inline constexpr std::string_view kLoadTestSet = "Selecting Test Set";
 inline constexpr std::string_view kLoadRecall = "Processing Recall Inputs...";
 
-inline constexpr std::array kAppMessages = {kNoPreview,           kUntrainedRecall,
-                                            kSelectMode,          kAskToSave,
-                                            kAskToReset,          kLoadHeader,
-                                            kLoadCount,           kLoadData,
-                                            kLoadWeights,         kLoadConnections,
-                                            kLoadTestSet,         kLoadRecall,
-                                            kNoTargets,           kNoPreview,
-                                            kEscapeStops,         kAnalysisStopped,
-                                            kAskToSaveUnreadable, kAskToSaveLastSnapshot,
-                                            kAskToTakeUp};
+inline constexpr std::array kAppMessages = {
+    kNoPreview,       kUntrainedRecall, kSelectMode,
+    kAskToSave,       kAskToReset,      kLoadHeader,
+    kLoadCount,       kLoadData,        kLoadWeights,
+    kLoadConnections, kLoadTestSet,     kLoadRecall,
+    kNoTargets,       kNoSnapshots,     kEscapeStops,
+    kAnalysisStopped, kAskAllTheSame,   kAskToSaveLastSnapshot,
+    kAskToTakeUp,     kAskToTakeUpOlder};
 
 // Captions of the message boxes.
 inline constexpr std::string_view kSelectionError = "Selection Error";

@@ -14,16 +14,17 @@
 namespace tarn {
 namespace {
 
-// A network that no reader would take back is written only when the user wants it.
-bool MayWrite(const Network& network, Dialogs& dialogs) {
-  if (CanBeReadBack(network)) return true;
-  const Message question = {std::string(kTarnWarningCaption), std::string(kAskToSaveUnreadable),
+// What no reader would take back is written only when the user wants it.
+bool MayWrite(bool can_be_read_back, Dialogs& dialogs) {
+  if (can_be_read_back) return true;
+  const Message question = {std::string(kTarnWarningCaption),
+                            std::string(kNotReadBack) + std::string(kAskAllTheSame),
                             MessageIcon::kExclamation};
   return dialogs.Ask(question, AnswerChoice::kYesNo) == Answer::kYes;
 }
 
 bool WriteTo(const std::string& path, Session& session, Dialogs& dialogs) {
-  if (!MayWrite(session.network, dialogs)) return false;
+  if (!MayWrite(CanBeReadBack(session.network), dialogs)) return false;
   const std::string old_name = std::exchange(session.network.file_name, path);
   const Status written =
       WhileBusy(dialogs, [&] { return WriteNetworkFile(path, session.network); });
@@ -53,7 +54,7 @@ bool SaveNetworkAs(Session& session, Dialogs& dialogs) {
 
 bool SaveSetupAs(Session& session, Dialogs& dialogs) {
   const std::optional<std::string> path = dialogs.ChooseFile(kSaveNetworkQuestion);
-  if (!path) return false;
+  if (!path || !MayWrite(SetupCanBeReadBack(session.network), dialogs)) return false;
   const Status saved =
       WhileBusy(dialogs, [&] { return SaveSetup(session.network, *path, session.scratch.path()); });
   if (!saved.ok()) {

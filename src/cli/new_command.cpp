@@ -8,6 +8,7 @@
 #include "cli/setup_flags.h"
 #include "netfile/header.h"
 #include "netfile/messages.h"
+#include "netfile/network_writer.h"
 #include "netfile/setup_save.h"
 
 namespace tarn {
@@ -45,6 +46,7 @@ ExitStatus WriteWithOptions(const NewArguments& arguments) {
   EnterFolderOf(arguments.path);
   const ExitStatus applied = ApplyAndReport(arguments.options, network);
   if (applied != kDone) return applied;
+  if (!SetupCanBeReadBack(network)) return Report(Status::Failure(kNotReadBack));
   return Report(SaveSetup(network, arguments.path, session.scratch.path()));
 }
 

@@ -4,6 +4,8 @@
 #include "cli/common.h"
 #include "cli/setup_flags.h"
 #include "netfile/header.h"
+#include "netfile/messages.h"
+#include "netfile/network_writer.h"
 #include "netfile/setup_save.h"
 
 namespace tarn {
@@ -25,6 +27,7 @@ ExitStatus RunSet(SetArguments& arguments) {
   if (!header.ok()) return Report(header);
   const ExitStatus applied = ApplyAndReport(arguments.options, network);
   if (applied != kDone) return applied;
+  if (!SetupCanBeReadBack(network)) return Report(Status::Failure(kNotReadBack));
   const std::string& destination = arguments.output.empty() ? network.file_name : arguments.output;
   return Report(SaveSetup(network, destination, session.scratch.path()));
 }

@@ -170,7 +170,9 @@ ExitStatus RunTrain(TrainArguments& arguments) {
   if (diverged) TellDivergence(arguments, network);
   const bool saves = !arguments.no_save && !diverged;
   const ExitStatus saved = saves ? SaveTrained(arguments, network) : kDone;
-  const ExitStatus exported = WriteExports(arguments, network, run.history().path());
+  const std::optional<std::string> history =
+      printer.history_failed() ? std::nullopt : std::optional(run.history().path());
+  const ExitStatus exported = WriteExports(arguments, network, history);
   if (!arguments.quiet) PrintSummary(network, run, saves && saved == kDone);
   const bool lost =
       printer.snapshot_failed() || (printer.history_failed() && arguments.WantsHistory());

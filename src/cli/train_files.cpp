@@ -1,6 +1,7 @@
 #include "cli/train_files.h"
 
 #include <array>
+#include <fmt/printf.h>
 #include <random>
 #include <string>
 #include <string_view>
@@ -20,10 +21,6 @@
 
 namespace tarn {
 namespace {
-
-constexpr std::string_view kNotReadable =
-    "the file of this network could not be read back: a value of it is infinite or not a number, "
-    "or a name begins like a section";
 
 // A file that the command is to write, and the message when it cannot.
 struct Target {
@@ -69,12 +66,28 @@ ExitStatus TryFiles(const std::array<Target, 5>& targets) {
   return kDone;
 }
 
+// A run that was killed has left nothing but its snapshots: they stay until the network has been
+// saved. `saved` is empty where no network is saved.
+ExitStatus SpareSnapshots(const std::string& store, const std::string& saved,
+                          const Network& network) {
+  const std::string& file = saved.empty() ? network.file_name : saved;
+  const std::optional<int64_t> taken = Files().WriteTime(store);
+  if (!taken || taken <= Files().WriteTime(file)) return kDone;
+  std::optional<StoredSnapshot> newest;
+  if (!FindNewestSnapshot(store, newest).ok() || !newest) return kDone;
+  PrintError(
+      fmt::sprintf("'%s' holds a snapshot of iteration %d that is newer than '%s': "
+                   "'tarn-cli restore' takes it back; remove it to train anew",
+                   store, newest->iteration, file));
+  return kFailed;
+}
+
 }  // namespace
 
 ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network) {
-  if (!arguments.no_save && !CanBeReadBack(network)) {
-    return Report(Status::Failure(kNotReadable));
-  }
+  const bool can_be_kept = (arguments.no_save || CanBeReadBack(network)) &&
+                           (arguments.autosave.empty() || SnapshotCanBeReadBack(network));
+  if (!can_be_kept) return Report(Status::Failure(kNotReadBack));
   ExitStatus safe = KeepInputsSafe(
       {&arguments.error_history, &arguments.outputs, &arguments.history, &arguments.autosave},
       {&network.PatName, &network.TargName, &network.file_name});
@@ -87,11 +100,12 @@ ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network)
   if (apart != kDone) return apart;
   const ExitStatus tried = TryFiles(targets);
   if (tried != kDone || arguments.autosave.empty()) return tried;
-  return Report(CreateStore(arguments.autosave));
+  const ExitStatus spared = SpareSnapshots(arguments.autosave, targets.front().path, network);
+  return spared == kDone ? Report(CreateStore(arguments.autosave)) : spared;
 }
 
 ExitStatus SaveTrained(const TrainArguments& arguments, Network& network) {
-  if (!CanBeReadBack(network)) return Report(Status::Failure(kNotReadable));
+  if (!CanBeReadBack(network)) return Report(Status::Failure(kNotReadBack));
   if (!arguments.output.empty()) network.file_name = arguments.output;
   const ExitStatus saved = Report(WriteNetworkFile(network.file_name, network));
   if (saved == kDone) return kDone;
@@ -105,13 +119,13 @@ ExitStatus SaveTrained(const TrainArguments& arguments, Network& network) {
 }
 
 ExitStatus WriteExports(const TrainArguments& arguments, const Network& network,
-                        const std::string& history_path) {
+                        const std::optional<std::string>& history_path) {
   ExitStatus status = kDone;
   const auto keep = [&status](const Status& written) {
     if (Report(written) != kDone) status = kFailed;
   };
-  if (!arguments.error_history.empty()) {
-    keep(ExportErrorHistory(history_path, arguments.error_history));
+  if (!arguments.error_history.empty() && history_path) {
+    keep(ExportErrorHistory(*history_path, arguments.error_history));
   }
   if (!arguments.outputs.empty()) keep(ExportOutputs(network, arguments.outputs));
   return status;

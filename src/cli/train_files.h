@@ -26,8 +26,8 @@ struct TrainArguments {
 };
 
 // Hours of training must not end at a file that cannot be written: before they begin, refuses
-// files that would overwrite what is read or each other, tries each one, and creates the
-// AutoSave store.
+// files that would overwrite what is read or each other, or a store whose newest snapshot is newer
+// than the network's file, tries each one, and creates the AutoSave store.
 ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network);
 
 // Saves the trained network; its name is that of the file then. A network that could not be read
@@ -35,8 +35,8 @@ ExitStatus PrepareFiles(const TrainArguments& arguments, const Network& network)
 ExitStatus SaveTrained(const TrainArguments& arguments, Network& network);
 
 // Writes the exports; the second is tried although the first failed. `history_path` is the
-// run's binary history.
+// run's binary history; of one that was lost, which is nothing, there is no export.
 ExitStatus WriteExports(const TrainArguments& arguments, const Network& network,
-                        const std::string& history_path);
+                        const std::optional<std::string>& history_path);
 
 }  // namespace tarn

@@ -11,7 +11,6 @@
 namespace tarn {
 namespace {
 
-constexpr std::string_view kSnapshot = "ITERATION";
 constexpr size_t kChoiceLimit = 511;
 
 // Copies the matching snapshots; false when a line could not be read or written.
@@ -19,7 +18,7 @@ bool CopySnapshots(TextReader& store, const std::string& wanted, OutputFile& fil
   TextReader::Line line;
   bool copying = false;
   while (store.ReadLine(kSectionLineLimit, line)) {
-    if (copying && !line.text.starts_with(kSnapshot)) {
+    if (copying && !line.text.starts_with(kSnapshotKey)) {
       file.Write(line.text);
       if (line.ended && !file.Write("\n")) return false;
     } else if (copying) {
@@ -40,7 +39,7 @@ class SnapshotScan {
   // What the next line is: the one that names the iteration, one of a network file, its last one.
   Part Take(const TextReader::Line& line) {
     if (!m_inside || m_header_lines >= kHeaderLineCount) {
-      if (line.ended && line.text.starts_with(kSnapshot)) {
+      if (line.ended && line.text.starts_with(kSnapshotKey)) {
         m_inside = true;
         m_header_lines = 0;
         return Part::kStart;
@@ -86,7 +85,7 @@ Status CreateStore(const std::string& path) {
 }
 
 bool AppendSnapshot(const std::string& path, const Network& network) {
-  if (!CanBeReadBack(network)) return false;
+  if (!SnapshotCanBeReadBack(network)) return false;
   OutputFile file;
   return file.OpenAppending(path) && file.Printf("ITERATION %d\n", network.iteration) &&
          WriteNetwork(file, network) && file.Commit();
@@ -114,7 +113,7 @@ Status FindNewestSnapshot(const std::string& store, std::optional<StoredSnapshot
   while (file.ReadLine(kSectionLineLimit, line)) {
     const SnapshotScan::Part part = scan.Take(line);
     if (part == SnapshotScan::Part::kStart) {
-      current = {ToInt(line.text.substr(kSnapshot.size())), current.number + 1};
+      current = {ToInt(line.text.substr(kSnapshotKey.size())), current.number + 1};
     } else if (part == SnapshotScan::Part::kEnd) {
       newest = current;
     }

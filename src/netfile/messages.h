@@ -45,6 +45,9 @@ inline constexpr std::string_view kSetupSaveNoOldFile =
     "Error openning old network file - save aborted";
 inline constexpr std::string_view kSetupSaveFailed = "Tarn Network File Error Detected";
 inline constexpr std::string_view kSaveFailed = "Cannot Write to Network File";
+inline constexpr std::string_view kNotReadBack =
+    "The file of this network could not be read back: a value of it is infinite or not a number, "
+    "or a name begins like a section or a snapshot";
 
 inline constexpr std::string_view kStoreNotCreated = "Cannot Create AutoSave File Storage";
 inline constexpr std::string_view kStoreNotFound = "AutoSave File Not Found";
@@ -77,6 +80,7 @@ inline constexpr std::array kNetFileMessages = {kNetFileNotFound,
                                                 kSetupSaveNoOldFile,
                                                 kSetupSaveFailed,
                                                 kSaveFailed,
+                                                kNotReadBack,
                                                 kStoreNotCreated,
                                                 kStoreNotFound,
                                                 kRestoreWriteError,

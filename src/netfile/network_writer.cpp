@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -41,10 +42,19 @@ void WriteLimits(OutputFile& file, std::string_view name, const Limits& limits) 
   }
 }
 
-bool BeginsLikeASection(const std::string& text) {
-  constexpr std::array<std::string_view, 4> kKeys = {
-      "WEIGHTS:", "CONNECTIONS:", "TESTPATTERNS:", "NORMALIZE:"};
-  return std::ranges::any_of(kKeys, [&](std::string_view key) { return text.starts_with(key); });
+constexpr auto kSections =
+    std::to_array<std::string_view>({"WEIGHTS:", "CONNECTIONS:", "TESTPATTERNS:", "NORMALIZE:"});
+
+bool IsFinite(float value) {
+  return std::isfinite(value);
+}
+
+// Whether a text of the user begins with one of the keys.
+bool BeginsLike(const Network& network, std::span<const std::string_view> keys) {
+  const std::array texts = {&network.NetName, &network.PatName, &network.TargName};
+  return std::ranges::any_of(texts, [keys](const std::string* text) {
+    return std::ranges::any_of(keys, [text](auto key) { return text->starts_with(key); });
+  });
 }
 
 }  // namespace
@@ -72,16 +82,20 @@ bool WriteNetwork(OutputFile& file, const Network& network) {
          WriteNormalize(file, network);
 }
 
-bool CanBeReadBack(const Network& network) {
-  const auto is_finite = [](float value) { return std::isfinite(value); };
+bool SetupCanBeReadBack(const Network& network) {
   const std::array rates = {network.Eta,    network.Alpha,    network.EtaMin,
                             network.EtaMax, network.FastProp, network.Tolerance};
-  const std::array texts = {&network.NetName, &network.PatName, &network.TargName};
-  return std::ranges::all_of(rates, is_finite) &&
-         std::ranges::none_of(texts, [](const auto* text) { return BeginsLikeASection(*text); }) &&
-         std::ranges::all_of(network.layers, [&](const Layer& layer) {
-           return std::ranges::all_of(layer.weights.All(), is_finite);
+  return std::ranges::all_of(rates, IsFinite) && !BeginsLike(network, kSections);
+}
+
+bool CanBeReadBack(const Network& network) {
+  return SetupCanBeReadBack(network) && std::ranges::all_of(network.layers, [](const auto& layer) {
+           return std::ranges::all_of(layer.weights.All(), IsFinite);
          });
+}
+
+bool SnapshotCanBeReadBack(const Network& network) {
+  return CanBeReadBack(network) && !BeginsLike(network, std::array{kSnapshotKey});
 }
 
 Status WriteNetworkFile(const std::string& path, const Network& network) {

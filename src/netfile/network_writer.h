@@ -1,12 +1,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/output_file.h"
 #include "base/status.h"
 #include "engine/network.h"
 
 namespace tarn {
+
+// What the line in front of a network in an AutoSave store begins with.
+inline constexpr std::string_view kSnapshotKey = "ITERATION";
 
 // TESTPATTERNS, the third section: a random split is stored, any other is computed anew at
 // each load.
@@ -32,8 +36,12 @@ bool WriteNormalize(OutputFile& file, const Network& network);
 bool WriteNetwork(OutputFile& file, const Network& network);
 
 // Whether a reader would take the network from a file as it is: all its rates and weights are
-// finite, and none of its texts begins like a section, for which it would be taken.
+// finite, and none of its texts begins like a section, for which it would be taken. Of a setup,
+// which is saved without the weights of the record, the rates and texts alone count; of a snapshot,
+// which stands in a store, also that no text begins like the line in front of one.
 bool CanBeReadBack(const Network& network);
+bool SetupCanBeReadBack(const Network& network);
+bool SnapshotCanBeReadBack(const Network& network);
 
 // Writes the network to `path`. The network's own file, that is a path equal to file_name byte
 // for byte, is replaced; any other is appended to. After a failure ("Cannot Write to Network

@@ -82,9 +82,25 @@ TEST_F(Saving, AsksBeforeItWritesWhatCouldNotBeReadBack) {
   EXPECT_EQ(m_files.Get("/home/nets/test.net").value(), before);
   EXPECT_TRUE(SaveNetwork(m_session, m_dialogs));
   EXPECT_NE(m_files.Get("/home/nets/test.net").value(), before);
-  EXPECT_THAT(m_dialogs.asked.back(),
-              "Tarn Warning|The file of this network could not be read back: a value of it is "
-              "infinite or not a number, or a name begins like a section. Save it all the same?");
+  EXPECT_THAT(
+      m_dialogs.asked.back(),
+      "Tarn Warning|The file of this network could not be read back: a value of it is "
+      "infinite or not a number, or a name begins like a section or a snapshot. Save it all "
+      "the same?");
+}
+
+TEST_F(Saving, AsksBeforeItWritesASetupWhoseNameHidesTheWeights) {
+  m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::infinity();
+  m_dialogs.files = {"/home/nets/test.net", "/home/nets/test.net", "/home/nets/test.net"};
+  EXPECT_TRUE(SaveSetupAs(m_session, m_dialogs)) << "its weights stand in the file";
+  EXPECT_THAT(m_dialogs.asked, IsEmpty());
+  const std::string saved = m_files.Get("/home/nets/test.net").value();
+  m_network.NetName = "WEIGHTS:mine";
+  m_dialogs.answers = {Answer::kNo, Answer::kYes};
+  EXPECT_FALSE(SaveSetupAs(m_session, m_dialogs));
+  EXPECT_EQ(m_files.Get("/home/nets/test.net").value(), saved);
+  EXPECT_TRUE(SaveSetupAs(m_session, m_dialogs));
+  EXPECT_EQ(m_dialogs.asked.size(), 2U);
 }
 
 TEST_F(Saving, WritesTheSetupToItsOwnFileOrAnother) {

@@ -16,6 +16,10 @@ inline constexpr std::string_view kFiguresHeader =
     "iteration rms-train rms-test eta correlation-train correlation-test within-train "
     "within-test\n";
 
+inline const std::string kNotReadBackText =
+    "The file of this network could not be read back: a value of it is infinite or not a number, "
+    "or a name begins like a section or a snapshot";
+
 // Runs tarn-cli in a folder of its own, with temporary files in another; that one has to be
 // empty when a test ends.
 class CliTest : public testing::Test {
@@ -43,6 +47,13 @@ class CliTest : public testing::Test {
   std::string Path(std::string_view name) const { return m_scene.folder + "/" + std::string(name); }
   std::string Read(std::string_view name) const { return ReadFile(Path(name)); }
   void Write(std::string_view name, std::string_view bytes) const { WriteFile(Path(name), bytes); }
+  // Of test.net, counted from 1.
+  void SetLine(int number, const std::string& line) const {
+    std::string text = Read("test.net");
+    size_t begin = 0;
+    for (int i = 1; i < number; ++i) begin = text.find('\n', begin) + 1;
+    Write("test.net", text.replace(begin, text.find('\n', begin) - begin, line));
+  }
   bool Exists(std::string_view name) const { return std::filesystem::exists(Path(name)); }
 
   static std::vector<std::string> NamesIn(const std::string& folder) {

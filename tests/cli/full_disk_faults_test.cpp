@@ -108,10 +108,7 @@ TEST_P(FullDisk, IsToldWhenItHoldsTheTemporaryFilesToo) {
   const RunResult result = RunOnFullDisk(GetParam().words);
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.err, StartsWith("tarn-cli: "));
-  // The history that was lost is exported as far as it goes.
-  if (std::string(GetParam().name) != "train_error_history") {
-    EXPECT_EQ(WholeFiles(GetParam().grown), before);
-  }
+  EXPECT_EQ(WholeFiles(GetParam().grown), before);
   EXPECT_EQ(NamesIn(m_work + "/temporary").size(), 0U);
   Do(GetParam().words);
 }

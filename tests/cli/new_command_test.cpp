@@ -143,6 +143,13 @@ TEST_F(NewCommand, KeepsTheOldFileWhenAnOptionFailsInSpiteOfForce) {
   EXPECT_EQ(Read("a.net"), "mine");
 }
 
+TEST_F(NewCommand, RefusesANameThatHidesTheWeights) {
+  const RunResult result = Run({"new", "a.net", "--name", "WEIGHTS:mine"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "tarn-cli: " + kNotReadBackText + "\n");
+  EXPECT_FALSE(Exists("a.net"));
+}
+
 TEST_F(NewCommand, LooksUpDataFilesBesideTheNetwork) {
   std::filesystem::create_directory(Path("sub"));
   Write("sub/in.txt", "1 2\n");

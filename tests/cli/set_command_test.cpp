@@ -21,12 +21,6 @@ class SetCommand : public CliTest {
     for (int i = 1; i < number; ++i) text.erase(0, text.find('\n') + 1);
     return text.substr(0, text.find('\n'));
   }
-  void SetLine(int number, const std::string& line) const {
-    std::string text = Read("test.net");
-    size_t begin = 0;
-    for (int i = 1; i < number; ++i) begin = text.find('\n', begin) + 1;
-    Write("test.net", text.replace(begin, text.find('\n', begin) - begin, line));
-  }
 };
 
 TEST_F(SetCommand, ChangesWhatIsGivenAndNothingElse) {
@@ -53,6 +47,23 @@ TEST_F(SetCommand, KeepsWeightsTestSetAndLimits) {
   EXPECT_NE(Sections("test.net").find("TESTPATTERNS:READ\n10 7 3\n"), std::string::npos);
   EXPECT_EQ(Line(2), "Other");
   EXPECT_EQ(Line(5), "0.000000 0.200000 0.010000 0.300000 0.500000 2.000000");
+}
+
+TEST_F(SetCommand, RefusesANameThatHidesTheWeights) {
+  PutTrainedNetwork();
+  const std::string before = Read("test.net");
+  Write("WEIGHTS:mine", Read("data.txt"));
+  for (const char* option : {"--name", "--inputs"}) {
+    const RunResult result = Run({"set", "test.net", option, "WEIGHTS:mine"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "tarn-cli: " + kNotReadBackText + "\n");
+    EXPECT_EQ(Read("test.net"), before);
+  }
+  SetLine(2, "CONNECTIONS:");
+  EXPECT_EQ(Run({"set", "test.net", "--eta", "0.2"}).status, 1);
+  Do({"set", "test.net", "--name", "mine"});
+  EXPECT_EQ(Read("test.net").substr(Read("test.net").find("WEIGHTS:")),
+            before.substr(before.find("WEIGHTS:")));
 }
 
 TEST_F(SetCommand, WritesToAnotherFileAndLeavesTheFirst) {

@@ -22,12 +22,6 @@ class TrainCommand : public CliTest {
     EXPECT_EQ(result.err, "tarn-cli: " + message + "\n");
     EXPECT_EQ(result.out, "");
   }
-  void SetLine(int number, const std::string& line) const {
-    std::string text = Read("test.net");
-    size_t begin = 0;
-    for (int i = 1; i < number; ++i) begin = text.find('\n', begin) + 1;
-    Write("test.net", text.replace(begin, text.find('\n', begin) - begin, line));
-  }
 };
 
 TEST_F(TrainCommand, PrintsAHeaderAndALineForEveryScreenUpdate) {
@@ -172,6 +166,35 @@ TEST_F(TrainCommand, KeepsAutoSaveSnapshots) {
   for (const char* iteration : {"\nITERATION 10\n", "\nITERATION 15\n", "\nITERATION 20\n"}) {
     EXPECT_NE(store.find(iteration), std::string::npos);
   }
+}
+
+TEST_F(TrainCommand, SparesTheSnapshotsOfARunThatWasKilled) {
+  const std::vector<std::string> train = {"train", "test.net", "--quiet", "--autosave", "a.store"};
+  Do({"train", "test.net", "--quiet", "--no-save", "--autosave", "a.store"});
+  const std::string store = Read("a.store");
+  ExpectFailure(train, "'" + Path("a.store") +
+                           "' holds a snapshot of iteration 20 that is newer "
+                           "than '" +
+                           Path("test.net") +
+                           "': 'tarn-cli restore' takes it back; remove "
+                           "it to train anew");
+  EXPECT_EQ(Read("a.store"), store);
+  std::filesystem::remove(Path("a.store"));
+  Do(train);
+  Do(train);
+  EXPECT_EQ(Read("a.store").substr(0, 12), "ITERATION 5\n");
+}
+
+TEST_F(TrainCommand, RefusesANetworkWhoseNameHidesWhatItWouldStore) {
+  for (const std::string name : {"WEIGHTS:mine", "NORMALIZE:mine"}) {
+    SetLine(2, name);
+    ExpectFailure({"train", "test.net"}, kNotReadBackText);
+    ExpectFailure({"train", "test.net", "--no-save", "--autosave", "a.store"}, kNotReadBackText);
+    EXPECT_FALSE(Exists("a.store"));
+  }
+  SetLine(2, "ITERATION study");
+  ExpectFailure({"train", "test.net", "--autosave", "a.store"}, kNotReadBackText);
+  Do({"train", "test.net", "--quiet"});
 }
 
 TEST_F(TrainCommand, FailsWithTheTextOfTheLoad) {

@@ -288,10 +288,17 @@ TEST_F(NetworkWriter, KnowsWhatCouldNotBeReadBack) {
       Network network = m_network;
       network.*text = key;
       EXPECT_FALSE(CanBeReadBack(network)) << key;
+      EXPECT_FALSE(SetupCanBeReadBack(network)) << key;
     }
+    Network network = m_network;
+    network.*text = "ITERATIONS.txt";
+    EXPECT_TRUE(CanBeReadBack(network));
+    EXPECT_FALSE(SnapshotCanBeReadBack(network));
   }
   m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::max();
-  EXPECT_TRUE(CanBeReadBack(m_network));
+  EXPECT_TRUE(SnapshotCanBeReadBack(m_network));
+  m_network.layers[1].weights.All()[0] = std::numeric_limits<float>::infinity();
+  EXPECT_TRUE(SetupCanBeReadBack(m_network)) << "it is saved without them";
 }
 
 TEST_F(NetworkWriter, FailsWhereNoFileCanBeMade) {
