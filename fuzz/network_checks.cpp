@@ -1,7 +1,9 @@
 #include "network_checks.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <cstring>
 #include <fmt/printf.h>
 #include <span>
 #include <string_view>
@@ -94,6 +96,54 @@ void RequireSameSections(const Network& read, Network& again) {
   }
 }
 
+size_t Count(std::string_view text, std::string_view part) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+// Whether each section stands there once and has its end: then a copy is the same as it is.
+bool HasPlainSections(std::string_view text) {
+  return std::ranges::all_of(
+      std::array{"WEIGHTS:", "TESTPATTERNS:", "NORMALIZE:"}, [text](const std::string key) {
+        const size_t ends = Count(text, key + "STOP");
+        return Count(text, key) == 1 + ends && Count(text, key + "READ") == ends && ends <= 1;
+      });
+}
+
+// What stands in the file of this header, apart from the connections.
+void ReadCopied(Network& network) {
+  network.nPats = kPatterns;
+  Notices notices;
+  SizeTestSet(network, notices);
+  Require(AllocateArrays(network).ok(), "allocation");
+  (void)ReadWeights(network, 1);
+  (void)BuildTestSet(network, 2);
+  (void)ReadInputLimits(network);
+  (void)ReadTargetLimits(network);
+}
+
+bool SameValues(std::span<const float> a, std::span<const float> b) {
+  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size_bytes()) == 0;
+}
+
+void RequireSameCopies(const Network& old, const Network& copy) {
+  Require(old.random_weights == copy.random_weights, "weights that were read stay readable");
+  for (size_t l = 1; l < static_cast<size_t>(old.nLayers); ++l) {
+    Require(SameValues(old.layers[l].weights.All(), copy.layers[l].weights.All()),
+            "weights of a saved setup");
+  }
+  Require(old.train_list == copy.train_list && old.test_list == copy.test_list,
+          "test set of a saved setup");
+  for (Limits Network::*limits : {&Network::input_limits, &Network::target_limits}) {
+    Require(SameValues((old.*limits).lower, (copy.*limits).lower) &&
+                SameValues((old.*limits).upper, (copy.*limits).upper),
+            "limits of a saved setup");
+  }
+}
+
 // A name that begins like a section is taken for it.
 bool HidesSections(const Network& network) {
   for (std::string_view name :
@@ -150,9 +200,17 @@ void RequireUsable(Network& network) {
   RequireSameHeader(fresh, network, HeaderKind::kSetup);
 }
 
-void TrySetupSave(Network network) {
+void TrySetupSave(Network network, std::string_view text) {
+  const bool copies =
+      network.version > 0 && IsSmall(network) && !HidesSections(network) && HasPlainSections(text);
+  Network old = network;
   Require(SaveSetup(network, kSetup, kScratch).ok(), "setup save");
-  RequireSameHeader(network, ReadAgain(kSetup), HeaderKind::kSetup);
+  Network saved = ReadAgain(kSetup);
+  RequireSameHeader(network, saved, HeaderKind::kSetup);
+  if (!copies) return;
+  ReadCopied(old);
+  ReadCopied(saved);
+  RequireSameCopies(old, saved);
 }
 
 bool IsSmall(const Network& network) {

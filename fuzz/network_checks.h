@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "engine/network.h"
 #include "fuzz_files.h"
@@ -31,8 +32,9 @@ Network ReadAgain(const std::string& path);
 // A failed read leaves a record into which another file can be read.
 void RequireUsable(Network& network);
 
-// Saves the setup of a network whose header was read: the file gives the same header.
-void TrySetupSave(Network network);
+// Saves the setup of a network whose header was read from `text`: the file gives the same header,
+// and the same weights, test set and limits where their sections are sound.
+void TrySetupSave(Network network, std::string_view text);
 
 // Reads the sections of a small network whose header was read, with what has to hold of them.
 void ReadSections(Network& network);

@@ -39,7 +39,7 @@ void Run(FuzzFiles& files, std::string_view bytes) {
   if (!ReadHeader(network).ok()) {
     RequireUsable(network);
   } else {
-    if (IsSample(bytes, 16)) TrySetupSave(network);
+    if (IsSample(bytes, 16)) TrySetupSave(network, files.Get(kInput));
     if (IsSmall(network)) {
       AddPendingConnections(files, network, bytes);
       for (const RemovedConnection& removed : RemovedConnections(network, 1, kScratch)) {

@@ -67,7 +67,7 @@ void Run(FuzzFiles& files, std::string_view input) {
   }
   CheckRemoved(network, 1);
   CheckRemoved(network, 2);
-  if (IsSample(input, 16)) TrySetupSave(network);
+  if (IsSample(input, 16)) TrySetupSave(network, files.Get(kInput));
   const size_t count = files.Count();
   ReadSections(network);
   Require(files.Count() <= count, "nothing is left behind");

@@ -74,6 +74,17 @@ int64_t SizeOf(const std::string& path) {
   return size;
 }
 
+// Whether the weights of a sound design can stand in so many bytes, of which each takes one at
+// least: memory for more than there can be is not asked for. The sum of all may be too large.
+bool CanHoldWeights(const Network& network, int64_t bytes) {
+  for (size_t l = 1; l < static_cast<size_t>(network.nLayers); ++l) {
+    const int64_t sources = int64_t{network.layers[l - 1].nUnits} + 1;
+    if (sources > bytes / network.layers[l].nUnits) return false;
+    bytes -= sources * network.layers[l].nUnits;
+  }
+  return true;
+}
+
 // The weights of the oldest version stand in the file without key lines: they are read and written
 // anew. Those that do not fit the file's own design are random at the next load, as they are now.
 bool ConvertWeights(const std::string& old_path, const std::string& path) {
@@ -82,11 +93,10 @@ bool ConvertWeights(const std::string& old_path, const std::string& path) {
   if (!ReadHeader(old).ok()) return false;
   StoredWeights stored = StoredWeights::kNone;
   const Status shape = CheckShape(old);
-  if (shape.message() == kOutOfMemory) return false;
   const int64_t size = SizeOf(old_path);
   if (size < 0) return false;
-  // A weight is a digit at least: memory for more than there can be is not asked for.
-  if (shape.ok() && ConnectionCount(old) <= size) {
+  const bool sound = shape.ok() || shape.message() == kOutOfMemory;
+  if (sound && CanHoldWeights(old, size)) {
     if (!AllocateArrays(old).ok()) return false;
     stored = ReadStoredWeights(old);
   }

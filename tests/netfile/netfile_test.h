@@ -108,26 +108,12 @@ class NetFileTest : public testing::Test {
     ASSERT_TRUE(arrays.ok()) << arrays.message();
   }
 
-  // Tries an operation on disks that fail in every way at every moment. `check` is told
-  // whether a fault has struck, which each kind of disk has to do `least` times.
+  // Each fault has to strike `least` times.
   void ForAllFaults(const std::function<void()>& prepare, const std::function<void()>& operation,
                     const std::function<void(bool struck)>& check, int64_t least = 2) {
-    using Fault = FaultyFiles::Fault;
-    using Kinds = FaultyFiles::Kinds;
-    struct Trial {
-      const char* name;
-      Fault fault;
-      Kinds kinds;
-    };
-    for (const Trial& trial : {Trial{"one changing operation", Fault::kOnce, Kinds::kMutating},
-                               Trial{"one operation", Fault::kOnce, Kinds::kAll},
-                               Trial{"disk full", Fault::kDiskFull, Kinds::kMutating},
-                               Trial{"short write", Fault::kShortWrite, Kinds::kMutating}}) {
-      SCOPED_TRACE(trial.name);
-      const int64_t struck =
-          ForEveryFault(m_faulty, trial.fault, trial.kinds, prepare, operation, check);
-      EXPECT_GE(struck, least);
-    }
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    tarn::ForAllFaults(m_faulty, std::string(test.test_suite_name()) + "." + test.name(), prepare,
+                       operation, check, least);
   }
 
   MemoryFiles m_files;

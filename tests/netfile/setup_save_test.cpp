@@ -161,6 +161,17 @@ TEST_F(SetupSave, LeavesTheOldestVersionRandomWhereItIs) {
   }
 }
 
+// More than any memory: but a file of this size holds no weights of theirs.
+TEST_F(SetupSave, NeedsNoMemoryForTheNodesOfTheOldestVersion) {
+  for (const char* nodes : {"2 2000000000 1", "2147483647 2147483647 2147483647"}) {
+    std::string old = OldestHeader() + "-20000\n0.1 0.2\n-20000\n";
+    m_files.Put("/home/a.net", old.replace(old.find("2 2 1"), 5, nodes));
+    ASSERT_TRUE(ReadHeader(m_network).ok());
+    ASSERT_EQ(SaveSetup(m_network, "/home/a.net", "/scratch").message(), "");
+    EXPECT_NE(Get("/home/a.net").find("WEIGHTS:RANDOM\n"), std::string::npos) << nodes;
+  }
+}
+
 TEST_F(SetupSave, CopiesASectionWithoutEndToTheEndOfTheFile) {
   const std::string open_end = "NORMALIZE:READ\nINPUTS\n1.0\n";
   EXPECT_EQ(SavedOver(kWeights + kPatterns + open_end),
