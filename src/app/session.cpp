@@ -38,9 +38,12 @@ void TakeUntitled(Session& session, const std::string& path) {
 }
 
 void StartNewNetwork(Session& session) {
+  std::string path = JoinPath(Files().CurrentDirectory(), kUntitledName);
+  Files().Remove(path);
+  // One that cannot be removed would be opened in its place.
+  if (Files().WriteTime(path)) path = JoinPath(session.scratch.path(), kUntitledName);
   session.network = {};
-  session.network.file_name = JoinPath(Files().CurrentDirectory(), kUntitledName);
-  Files().Remove(session.network.file_name);
+  session.network.file_name = std::move(path);
 }
 
 Status ReadSetup(Session& session) {

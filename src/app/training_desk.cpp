@@ -13,6 +13,7 @@
 #include "engine/messages.h"
 #include "netfile/autosave_store.h"
 #include "netfile/messages.h"
+#include "netfile/network_writer.h"
 
 namespace tarn {
 namespace {
@@ -35,6 +36,9 @@ TrainingDesk::TrainingDesk(Session& session, Dialogs& dialogs, TrainingView& vie
     : m_session(session), m_dialogs(dialogs), m_view(view) {
   m_history.Create(TemporaryFolder());
   CreateStore();
+  if (session.network.SaveRate > 0 && !SnapshotCanBeReadBack(session.network)) {
+    m_dialogs.Tell(kTarnWarningCaption, std::string(kNoSnapshots) + std::string(kNotReadBack));
+  }
   m_run = std::make_unique<TrainingRun>(session.network, clock, *this, m_history.path(), threads);
   session.saved = false;
 }
@@ -99,15 +103,21 @@ void TrainingDesk::LeaveSnapshots() {
   RemoveFiles();
 }
 
+void TrainingDesk::KeepNetwork() {
+  if (m_kept || !AsksToSave(m_session.network, m_session.saved)) return;
+  m_kept = AppendSnapshot(m_store.path(), m_session.network);
+  if (m_kept) ++m_snapshots;
+}
+
 void TrainingDesk::LeaveNetwork() {
-  const bool added = AsksToSave(m_session.network, m_session.saved) &&
-                     AppendSnapshot(m_store.path(), m_session.network);
-  if (added) ReleaseStore();
+  KeepNetwork();
+  if (m_kept && AsksToSave(m_session.network, m_session.saved)) ReleaseStore();
   LeaveSnapshots();
 }
 
 // Without its note nobody would find it.
 void TrainingDesk::ReleaseStore() {
+  if (!m_note.IsThere()) NoteRun();
   if (!m_note.IsThere()) return;
   m_note.Release();
   m_store.Release();
@@ -143,20 +153,25 @@ void TrainingDesk::HaltOrResume() {
 }
 
 bool TrainingDesk::Save() {
-  const bool saved = SaveNetwork(m_session, m_dialogs);
-  if (saved) NoteRun();
-  return saved;
+  return Saved(SaveNetwork(m_session, m_dialogs));
 }
 
 bool TrainingDesk::SaveAs() {
-  const bool saved = SaveNetworkAs(m_session, m_dialogs);
-  if (saved) NoteRun();
+  return Saved(SaveNetworkAs(m_session, m_dialogs));
+}
+
+bool TrainingDesk::Saved(bool saved) {
+  if (saved) {
+    m_older_snapshots = m_snapshots;
+    NoteRun();
+  }
   return saved;
 }
 
 // The network may have another name by now.
 void TrainingDesk::NoteRun() {
-  if (!m_store.path().empty()) m_note.Write(m_session.network.file_name, m_store.path());
+  if (m_store.path().empty()) return;
+  m_note.Write(m_session.network.file_name, m_store.path(), m_older_snapshots);
 }
 
 void TrainingDesk::SaveOutputsAs() {
@@ -193,7 +208,10 @@ void TrainingDesk::SaveSnapshotAs() {
 }
 
 bool TrainingDesk::StoreSnapshot() {
-  return WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
+  const bool stored =
+      WhileBusy(m_dialogs, [this] { return AppendSnapshot(m_store.path(), m_session.network); });
+  if (stored) ++m_snapshots;
+  return stored;
 }
 
 void TrainingDesk::Edited() {

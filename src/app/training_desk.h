@@ -51,8 +51,10 @@ class TrainingDesk : public TrainingObserver {
   void RemoveFiles();
   // The same, but leaves the AutoSave store to the next start of the program.
   void LeaveSnapshots();
-  // Adds the network as it is, where it is not saved: nobody can be asked.
+  // The same, with the network as it is where it is not saved: nobody can be asked.
   void LeaveNetwork();
+  // Stores the network now for LeaveNetwork, which may come too late.
+  void KeepNetwork();
 
   void Start();
   void Stop();
@@ -91,6 +93,8 @@ class TrainingDesk : public TrainingObserver {
   // Tells that the run has diverged, and offers what can be taken back.
   void TellDivergence();
   void NoteRun();
+  // Notes what a save means for the snapshots, if it was one.
+  bool Saved(bool saved);
   void ReleaseStore();
   void Ended(RunState state);
   void Apply(const OptionPrompt& prompt, const std::string& text);
@@ -104,8 +108,11 @@ class TrainingDesk : public TrainingObserver {
   RunNote m_note;  // of the store
   std::unique_ptr<TrainingRun> m_run;
   std::optional<int32_t> m_switched_off;  // the start iteration before learn rate control went off
+  int64_t m_snapshots = 0;
+  int64_t m_older_snapshots = 0;  // than the network's file
   bool m_history_failed = false;
   bool m_diverged = false;  // and nobody has been told
+  bool m_kept = false;
 };
 
 }  // namespace tarn

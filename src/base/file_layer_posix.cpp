@@ -227,6 +227,7 @@ class PosixFiles : public FileLayer {
          it.increment(error)) {
       names.push_back(it->path().filename().string());
     }
+    if (error) names.clear();
     return names;
   }
 

@@ -221,6 +221,7 @@ class WindowsFiles : public FileLayer {
       const std::wstring_view found = entry.cFileName;
       if (found != L"." && found != L"..") names.push_back(Narrow(found));
     } while (::FindNextFileW(search, &entry));
+    if (::GetLastError() != ERROR_NO_MORE_FILES) names.clear();
     ::FindClose(search);
     return names;
   }

@@ -14,8 +14,10 @@ namespace {
 constexpr size_t kBlock = size_t{1} << 16;
 constexpr std::string_view kStoredAsWritten = "\n";
 constexpr std::string_view kMark = ".tarn-save-";
-// Names of files have 255 bytes at most; the mark and the numbers behind it need their part.
-constexpr size_t kLongestName = 180;
+// Of a file, in the units of the system: bytes, or UTF-16 on Windows.
+constexpr size_t kLongestName = 255;
+// The mark and the numbers behind it need their part.
+constexpr size_t kLongestStart = 180;
 
 // What tells this process from an earlier one that had the same number, as the only process
 // of a container always has.
@@ -29,7 +31,7 @@ std::string TemporaryPrefix(const std::filesystem::path& target) {
   const std::string name = PathText(target.filename());
   // A character that is cut in two would come back as another on Windows.
   std::string_view rest = name;
-  while (!rest.empty() && name.size() - rest.size() < kLongestName) TakeCharacter(rest);
+  while (!rest.empty() && name.size() - rest.size() < kLongestStart) TakeCharacter(rest);
   return name.substr(0, name.size() - rest.size()) + std::string(kMark);
 }
 
@@ -87,6 +89,8 @@ bool OutputFile::OpenReplacing(const std::string& path, Content content, Links l
   if (follow && Files().IsSpecial(path)) return Start(Way::kDirect, path, FileLayer::Mode::kAppend);
   // The current directory may be another when the file is committed.
   m_path = FullPath(target);
+  // Found out now: the temporary has a shorter name.
+  if (NativePath(m_path).filename().native().size() > kLongestName) return false;
   if (Files().IsDirectory(m_path) || Files().IsWriteProtected(m_path)) return false;
   RemoveLeftovers(m_path);
   return Start(Way::kReplace, FreshTemporary(m_path), FileLayer::Mode::kCreateNew);
@@ -164,7 +168,8 @@ bool OutputFile::Close() {
 
 bool OutputFile::Commit() {
   if (m_file == FileLayer::kNoFile) return false;
-  if (!Flush() || (m_way == Way::kReplace && !Files().Sync(m_file))) {
+  const bool syncs = m_way == Way::kReplace || m_way == Way::kNew;
+  if (!Flush() || (syncs && !Files().Sync(m_file))) {
     Discard();
     return false;
   }

@@ -3,7 +3,6 @@
 
 #include "app/interrupted_runs.h"
 #include "base/random.h"
-#include "base/temp_file.h"
 #include "netfile/header.h"
 #include "netfile/weights_section.h"
 #include "support/doomed_file.h"
@@ -44,8 +43,7 @@ TEST(InterruptedRun, GivesItsNewestSnapshotBackWhenTheProcessIsKilled) {
     SCOPED_TRACE(i);
     const int32_t wait = random.Next() % kLongestWaitMicroseconds;
     ASSERT_TRUE(DoomedProcess(kTrainWithStore, folder.path()).KillAfter(wait));
-    const std::vector<InterruptedRun> runs = FindInterruptedRuns(folder.path());
-    RemoveAbandonedFiles(folder.path(), StoresOf(runs));
+    const std::vector<InterruptedRun> runs = ClearTemporaryFolder(folder.path());
     ASSERT_LE(runs.size(), 1U);
     for (const InterruptedRun& run : runs) {
       std::optional<StoredSnapshot> newest;

@@ -35,8 +35,10 @@ class InterruptedRuns : public SessionFixture {
     m_network.iteration = iteration;
     EXPECT_TRUE(AppendSnapshot(m_store, m_network));
   }
-  void PutNote(const std::string& note, const std::string& network, const std::string& store) {
-    m_files.Put(note, "TARN RUN 1\0"s + network + '\0' + store.substr(store.rfind('/') + 1) + '\0');
+  void PutNote(const std::string& note, const std::string& network, const std::string& store,
+               int older_snapshots = 0) {
+    m_files.Put(note, "TARN RUN 1\0"s + network + '\0' + store.substr(store.rfind('/') + 1) + '\0' +
+                          std::to_string(older_snapshots) + '\0');
   }
   void Offer() { OfferInterruptedRuns(FindInterruptedRuns("/tmp"), m_session, m_dialogs); }
 
@@ -102,12 +104,44 @@ TEST_F(InterruptedRuns, StayWhenTheirStoreCannotBeReadNow) {
   EXPECT_TRUE(m_files.Exists(m_note));
 }
 
-TEST_F(InterruptedRuns, AreForgottenWhenTheFileIsNewer) {
-  m_files.Put("/home/nets/test.net", "saved since");
+TEST_F(InterruptedRuns, AreForgottenWhenTheNetworkWasSavedAfterItsSnapshots) {
+  PutNote(m_note, "/home/nets/test.net", m_store, 2);
   Offer();
   EXPECT_THAT(m_dialogs.asked, IsEmpty());
   EXPECT_FALSE(m_files.Exists(m_store));
   EXPECT_FALSE(m_files.Exists(m_note));
+}
+
+TEST_F(InterruptedRuns, AreOfferedWhenTheNetworkWasSavedBeforeTheLastSnapshot) {
+  PutNote(m_note, "/home/nets/test.net", m_store, 1);
+  m_dialogs.answers = {Answer::kCancel};
+  Offer();
+  EXPECT_THAT(m_dialogs.asked, ElementsAre(testing::HasSubstr("of iteration 10 is newer")));
+}
+
+// What lies behind the snapshot was under way when the process was killed.
+TEST_F(InterruptedRuns, AreForgottenWhenOnlyHalfASnapshotIsNewer) {
+  PutNote(m_note, "/home/nets/test.net", m_store, 2);
+  const std::string whole = m_files.Get(m_store).value();
+  m_files.Put(m_store, whole + whole.substr(0, whole.size() / 4));
+  Offer();
+  EXPECT_THAT(m_dialogs.asked, IsEmpty());
+  EXPECT_FALSE(m_files.Exists(m_store));
+}
+
+// By another process, or by another clock.
+TEST_F(InterruptedRuns, AskAlsoWhenTheFileHasBeenWrittenSince) {
+  m_files.Put("/home/nets/test.net", "written since");
+  m_dialogs.answers = {Answer::kCancel, Answer::kNo};
+  Offer();
+  EXPECT_THAT(m_dialogs.asked,
+              ElementsAre("Tarn Warning|The training of /home/nets/test.net was interrupted after "
+                          "its AutoSave snapshot of iteration 10, and the file has been written "
+                          "since. Save the snapshot as a network file? No removes it, Cancel asks "
+                          "again at the next start."));
+  EXPECT_TRUE(m_files.Exists(m_store));
+  Offer();
+  EXPECT_FALSE(m_files.Exists(m_store));
 }
 
 TEST_F(InterruptedRuns, AreOfferedWhenTheFileHasGone) {
@@ -149,8 +183,10 @@ TEST_F(InterruptedRuns, AreNotMadeOfOtherFiles) {
 }
 
 TEST_F(InterruptedRuns, KeepTheirStoresWhenAbandonedFilesAreRemoved) {
-  const std::vector<InterruptedRun> runs = FindInterruptedRuns("/tmp");
-  RemoveAbandonedFiles("/tmp", StoresOf(runs));
+  const std::string left = "/tmp/Tarn" + EndedProcess() + "-left12";
+  m_files.Put(left, "");
+  EXPECT_EQ(ClearTemporaryFolder("/tmp").size(), 1U);
+  EXPECT_FALSE(m_files.Exists(left));
   EXPECT_TRUE(m_files.Exists(m_store));
   EXPECT_TRUE(m_files.Exists(m_note));
   RemoveAbandonedFiles("/tmp");
@@ -159,7 +195,7 @@ TEST_F(InterruptedRuns, KeepTheirStoresWhenAbandonedFilesAreRemoved) {
 
 TEST_F(InterruptedRuns, AreNotedInAFileOfTheirProcess) {
   RunNote note;
-  note.Write("/home/nets/test.net", m_store);
+  note.Write("/home/nets/test.net", m_store, 7);
   EXPECT_TRUE(note.IsThere());
   m_files.Remove(m_note);
   // The next process with this number has ended this one.
@@ -168,10 +204,11 @@ TEST_F(InterruptedRuns, AreNotedInAFileOfTheirProcess) {
   EXPECT_TRUE(Slashes(runs[0].note).starts_with("/tmp/Tarn" + ProcessName() + "-"));
   EXPECT_EQ(runs[0].network, "/home/nets/test.net");
   EXPECT_EQ(runs[0].store, m_store);
-  note.Write("/home/nets/other.net", m_store);
+  EXPECT_EQ(runs[0].older_snapshots, 7);
+  note.Write("/home/nets/other.net", m_store, 8);
   ASSERT_EQ(FindInterruptedRuns("/tmp").size(), 1U) << "written anew";
   EXPECT_EQ(FindInterruptedRuns("/tmp")[0].network, "/home/nets/other.net");
-  note.Write("/home/nets/third.net", "/none/store");
+  note.Write("/home/nets/third.net", "/none/store", 9);
   EXPECT_EQ(FindInterruptedRuns("/tmp")[0].network, "/home/nets/other.net") << "it stays";
   note.Remove();
   EXPECT_THAT(FindInterruptedRuns("/tmp"), IsEmpty());

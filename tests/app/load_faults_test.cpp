@@ -10,6 +10,7 @@
 
 #include "app/faults_scene.h"
 #include "app/network_loader.h"
+#include "base/paths.h"
 #include "netfile/netfile_test.h"
 #include "setup/handover_file.h"
 #include "support/faulty_files.h"
@@ -167,14 +168,16 @@ TEST_F(LoadFaults, OfRecallAreToldByTheStepThatTheyStrike) {
   TryAll(NetworkLoader::Kind::kRecall, "load and recall");
 }
 
-TEST_F(LoadFaults, OfANewNetworkLeaveAWholeOneOrNone) {
+TEST_F(LoadFaults, OfANewNetworkNeverOpenTheOldOne) {
   const std::string path = "/home/nets/UNTITLED.NE_";
   const std::string whole(NewNetworkText());
+  std::string old = whole;
+  old.replace(old.find("NO NAME"), 7, "Old one");
   ForAllFaults(
       m_faulty, "new network",
       [&] {
         OpenSession();
-        m_files.Put(path, whole);
+        m_files.Put(path, old);
       },
       [&] {
         StartNewNetwork(*m_session);
@@ -183,14 +186,16 @@ TEST_F(LoadFaults, OfANewNetworkLeaveAWholeOneOrNone) {
       [&](bool struck) {
         SCOPED_TRACE(testing::PrintToString(m_faulty.Failed()));
         EXPECT_TRUE(struck || m_status.ok());
-        EXPECT_EQ(m_files.Get(path).value_or(whole), whole);
-        EXPECT_TRUE(!m_status.ok() || m_files.Exists(path));
+        EXPECT_TRUE(IsUntitled(m_session->network.file_name));
+        EXPECT_THAT(m_files.Get(path).value_or(whole), AnyOf(whole, old));
+        EXPECT_TRUE(!m_status.ok() || m_files.Exists(m_session->network.file_name));
         EXPECT_THAT(
             m_status.message(),
             AnyOf("", "Tarn Network File Not Found", "ERROR - Unable to access network file!",
                   "Input error reading NET file - Invalid learning rates!"));
         EXPECT_EQ(m_files.OpenHandles(), 0);
         EXPECT_EQ(ReadSetup(*m_session).message(), "");
+        EXPECT_NE(m_session->network.NetName, "Old one");
       });
 }
 

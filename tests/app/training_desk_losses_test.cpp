@@ -10,6 +10,7 @@
 #include "app/interrupted_runs.h"
 #include "app/training_desk_fixture.h"
 #include "netfile/autosave_store.h"
+#include "support/faulty_files.h"
 
 namespace tarn {
 namespace {
@@ -90,6 +91,60 @@ TEST_F(TrainingDeskTest, LeavesTheNetworkAsItIsWhereItIsNotSaved) {
   Desk().LeaveNetwork();
   m_desk.reset();
   EXPECT_EQ(IterationLeft(), 20);
+}
+
+TEST_F(TrainingDeskTest, KeepsTheNetworkThatALaterEndWouldFind) {
+  RunToTheEnd();
+  Desk().KeepNetwork();
+  EXPECT_EQ(IterationLeft(), 20);
+  Desk().LeaveNetwork();
+  m_desk.reset();
+  EXPECT_EQ(IterationLeft(), 20);
+  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 2) << "the store and its note";
+}
+
+TEST_F(TrainingDeskTest, LeavesNothingOfANetworkThatWasKeptAndThenSaved) {
+  RunToTheEnd();
+  Desk().KeepNetwork();
+  EXPECT_TRUE(Desk().Save());
+  Desk().LeaveNetwork();
+  m_desk.reset();
+  EXPECT_EQ(std::ranges::count_if(m_files.Paths(), IsTemporary), 0);
+}
+
+TEST_F(TrainingDeskTest, NotesTheRunAtItsEndWhereItCouldNotBefore) {
+  SetLine(6, "20");
+  ASSERT_EQ(Train(), "");
+  FaultyFiles faulty(m_files);
+  const auto fail_at = [&](int64_t k) {
+    const ScopedFileLayer layer(faulty);
+    faulty.FailAt(k);
+    m_desk.reset();
+    m_dialogs.told.clear();
+    Open();
+    return m_dialogs.told.empty();
+  };
+  const auto noted = [] { return !FindInterruptedRuns(TemporaryFolder()).empty(); };
+  int64_t k = 1;
+  while (k < 50 && (!fail_at(k) || noted())) ++k;
+  ASSERT_FALSE(noted()) << "one of the faults is that of the note alone";
+  RunToTheEnd();
+  Desk().LeaveNetwork();
+  m_desk.reset();
+  EXPECT_EQ(IterationLeft(), 20);
+}
+
+TEST_F(TrainingDeskTest, TellsThatANameStandsInTheWayOfSnapshots) {
+  SetLine(2, "ITERATION 9");
+  SetLine(8, "3 0");
+  RunToTheEnd();
+  EXPECT_THAT(m_dialogs.told,
+              ElementsAre("Tarn Warning|No AutoSave snapshots are taken. The file of this network "
+                          "could not be read back: a value of it is infinite or not a number, or a "
+                          "name begins like a section or a snapshot"));
+  Desk().LeaveNetwork();
+  m_desk.reset();
+  EXPECT_EQ(IterationLeft(), 0);
 }
 
 TEST_F(TrainingDeskTest, LeavesNothingWhereThereIsNoSnapshot) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "base/file_layer.h"
 #include "support/temp_folder.h"
@@ -22,6 +23,24 @@ TEST(SystemFiles, KnowWhatCannotBeReplaced) {
   std::filesystem::create_symlink("pipe", folder / "link");
   EXPECT_TRUE(SystemFiles().IsSpecial(folder / "pipe"));
   EXPECT_TRUE(SystemFiles().IsSpecial(folder / "link"));
+}
+
+TEST(SystemFiles, KnowThePlainFilesOfTheUser) {
+  const TempFolder folder;
+  WriteFile(folder / "file", "mine");
+  std::filesystem::create_symlink("file", folder / "link");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_TRUE(SystemFiles().IsOwnFile(folder / "file"));
+  for (const char* name : {"link", "pipe", "missing", "."}) {
+    EXPECT_FALSE(SystemFiles().IsOwnFile(folder / name)) << name;
+  }
+  // The other user is root, unless that is who runs the tests.
+  std::string foreign = "/etc/passwd";
+  if (::geteuid() == 0) {
+    foreign = folder / "file";
+    ASSERT_EQ(::chown(foreign.c_str(), 12345, 12345), 0);
+  }
+  EXPECT_FALSE(SystemFiles().IsOwnFile(foreign));
 }
 
 TEST(SystemFiles, SyncAPipeWithoutComplaint) {

@@ -170,6 +170,13 @@ TEST(OutputFile, SavesAFileWithTheLongestNameThereIs) {
   EXPECT_EQ(NamesIn(folder.path()), Names{name});
 }
 
+TEST(OutputFile, RefusesANameThatIsTooLongAtOnce) {
+  const TempFolder folder;
+  OutputFile file;
+  EXPECT_FALSE(file.OpenReplacing(folder / std::string(256, 'l')));
+  EXPECT_TRUE(file.OpenReplacing(folder / std::string(255, 'l')));
+}
+
 TEST(OutputFile, CutsALongNameBetweenItsCharacters) {
   const TempFolder folder;
   const auto name = [](int letters) {

@@ -87,7 +87,7 @@ std::function<bool()> TrainingWithStore() {
   const auto note = std::make_shared<RunNote>();
   const std::string folder = SystemFiles().CurrentDirectory();
   const bool made = store->Create(folder, FileLayer::Lifetime::kLasting);
-  if (made) note->Write(FullPath("a.net"), store->path());
+  if (made) note->Write(FullPath("a.net"), store->path(), 0);
   return [store, note, network = DoomedNetwork(3)]() mutable {
     ++network.iteration;
     return note->IsThere() && AppendSnapshot(store->path(), network);

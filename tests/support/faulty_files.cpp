@@ -129,15 +129,17 @@ std::string FaultyFiles::CurrentDirectory() {
 }
 
 std::vector<std::string> FaultyFiles::NamesIn(const std::string& folder) {
-  return m_under.NamesIn(folder);
+  return Strikes(Kinds::kAll, Need::kNothing, "list ", folder) ? std::vector<std::string>()
+                                                               : m_under.NamesIn(folder);
 }
 
 bool FaultyFiles::IsOwnFile(const std::string& path) {
-  return m_under.IsOwnFile(path);
+  return !Strikes(Kinds::kAll, Need::kNothing, "owner ", path) && m_under.IsOwnFile(path);
 }
 
 std::optional<int64_t> FaultyFiles::WriteTime(const std::string& path) {
-  return m_under.WriteTime(path);
+  const bool strikes = Strikes(Kinds::kAll, Need::kNothing, "time ", path);
+  return strikes ? std::nullopt : m_under.WriteTime(path);
 }
 
 std::string_view FaultyFiles::LineEnd() const {
@@ -168,7 +170,7 @@ int64_t ForEveryFault(FaultyFiles& files, FaultyFiles::Fault fault, FaultyFiles:
 
 int64_t ForAllFaults(FaultyFiles& files, const std::string& name,
                      const std::function<void()>& prepare, const std::function<void()>& operation,
-                     const std::function<void(bool struck)>& check) {
+                     const std::function<void(bool struck)>& check, int64_t least) {
   using Fault = FaultyFiles::Fault;
   using Kinds = FaultyFiles::Kinds;
   struct Trial {
@@ -185,7 +187,10 @@ int64_t ForAllFaults(FaultyFiles& files, const std::string& name,
         Trial{"short write from a changing operation on", Fault::kShortWrite, Kinds::kMutating},
         Trial{"short write from any operation on", Fault::kShortWrite, Kinds::kAll}}) {
     SCOPED_TRACE(trial.name);
-    faults += ForEveryFault(files, trial.fault, trial.kinds, prepare, operation, check);
+    const int64_t struck =
+        ForEveryFault(files, trial.fault, trial.kinds, prepare, operation, check);
+    EXPECT_GE(struck, least);
+    faults += struck;
   }
   testing::Test::RecordProperty("faults", std::to_string(faults));
   if (std::getenv("TARN_FAULT_COUNTS") != nullptr) {

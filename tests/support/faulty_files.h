@@ -22,7 +22,8 @@ class FaultyFiles : public FileLayer {
   // Which operations count, and so can be the one that fails.
   enum class Kinds {
     kMutating,  // open for writing, write, sync, close, rename, truncate, remove
-    kAll,       // also open for reading, read, seek, size, access rights and folders
+    kAll,       // also open for reading, read, seek, size, access rights, folders and lists of
+                // names, the time of a file and whose it is
   };
 
   // Forwards to `under`, which is not owned. Nothing fails before FailAt.
@@ -59,15 +60,17 @@ class FaultyFiles : public FileLayer {
   std::string MakeTemporary(const std::string& folder, const char* prefix,
                             Lifetime lifetime) override;
 
-  // Questions about paths are answered and never fail.
+  // A failure is the answer of a file or folder that is not there.
+  bool IsOwnFile(const std::string& path) override;
+  std::optional<int64_t> WriteTime(const std::string& path) override;
+  std::vector<std::string> NamesIn(const std::string& folder) override;
+
+  // Other questions about paths are answered and never fail.
   bool IsWriteProtected(const std::string& path) override;
   std::string ResolveLinks(const std::string& path) override;
   bool IsSpecial(const std::string& path) override;
   bool IsDirectory(const std::string& path) override;
-  bool IsOwnFile(const std::string& path) override;
-  std::optional<int64_t> WriteTime(const std::string& path) override;
   std::string CurrentDirectory() override;
-  std::vector<std::string> NamesIn(const std::string& folder) override;
   std::string_view LineEnd() const override;
 
  private:
@@ -95,10 +98,11 @@ int64_t ForEveryFault(FaultyFiles& files, FaultyFiles::Fault fault, FaultyFiles:
                       const std::function<void()>& prepare, const std::function<void()>& operation,
                       const std::function<void(bool struck)>& check);
 
-// The same with every fault, whichever operations count. The number of runs in which one has struck
-// becomes a property of the test, and is printed with `name` where TARN_FAULT_COUNTS is set.
+// The same with every fault, whichever operations count; each strikes in `least` runs or more. The
+// number of runs in which one has struck becomes a property of the test, and is printed with `name`
+// where TARN_FAULT_COUNTS is set.
 int64_t ForAllFaults(FaultyFiles& files, const std::string& name,
                      const std::function<void()>& prepare, const std::function<void()>& operation,
-                     const std::function<void(bool struck)>& check);
+                     const std::function<void(bool struck)>& check, int64_t least = 0);
 
 }  // namespace tarn

@@ -394,7 +394,8 @@ void TMain::OnClose(wxCloseEvent& event) {
   }
   if (m_training != nullptr) m_training->StopTraining();
   if (!IsFree()) {
-    // The dialogs are in the midst of their loops: they end first, one by one.
+    // The dialogs are in the midst of their loops: they end first, one by one, if there is time.
+    if (m_training != nullptr) m_training->KeepNetwork();
     m_close_forced = true;
     wxWakeUpIdle();
     return;

@@ -8,7 +8,6 @@
 
 #include "base/clock.h"
 #include "base/paths.h"
-#include "base/temp_file.h"
 #include "resources/controls.h"
 #include "resources/resources.h"
 
@@ -38,8 +37,7 @@ bool TTarnApp::OnInit() {
   if (!wxApp::OnInit()) return false;
   m_reserve = std::make_unique<char[]>(kReserveBytes);
   PrepareWindows();
-  const std::vector<InterruptedRun> interrupted = FindInterruptedRuns(TemporaryFolder());
-  RemoveAbandonedFiles(TemporaryFolder(), StoresOf(interrupted));
+  const std::vector<InterruptedRun> interrupted = ClearTemporaryFolder(TemporaryFolder());
   m_paths = std::make_unique<ApplicationPaths>(FormApplicationPaths());
   m_session = std::make_unique<Session>();
   m_dialogs = std::make_unique<WindowDialogs>(*m_paths);

@@ -31,6 +31,7 @@ class TrainRunDlg : public wxPanel, private TrainingView {
   void StopTraining() { m_desk.Stop(); }
   // The program ends, and nobody could be asked whether to save.
   void LeaveNetwork() { m_desk.LeaveNetwork(); }
+  void KeepNetwork() { m_desk.KeepNetwork(); }
   // The program is about to end without a word more.
   void Abandon();
   const TrainingDesk& desk() const { return m_desk; }
