@@ -1,11 +1,13 @@
 #include "cli/common.h"
 
 #include <filesystem>
+#include <fmt/printf.h>
 #include <limits>
 #include <system_error>
 
 #include "base/paths.h"
 #include "cli/interrupt.h"
+#include "cli/messages.h"
 #include "netfile/messages.h"
 
 namespace tarn {
@@ -56,7 +58,7 @@ ExitStatus KeepInputsSafe(std::initializer_list<const std::string*> outputs,
   for (const std::string* output : outputs) {
     for (const std::string* input : inputs) {
       if (!SameFile(*output, *input)) continue;
-      PrintError("'" + *output + "' is read by this command and cannot be written over");
+      PrintError(fmt::sprintf(kReadByCommand.data(), *output));
       return kWrongUsage;
     }
   }

@@ -10,6 +10,7 @@
 #include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/interrupt.h"
+#include "cli/messages.h"
 #include "cli/terminal.h"
 #include "cli/usage.h"
 
@@ -50,7 +51,7 @@ int RunProgram(int argc, char** argv) {
     program.exit(error);  // help was asked for, and is a result
   }
   if (!tarn::FlushResults()) {
-    tarn::PrintError("the results could not be written");
+    tarn::PrintError(tarn::kResultsLost);
     return tarn::kFailed;
   }
   return exit_status;
@@ -65,7 +66,7 @@ int main(int argc, char** argv) {
     return RunProgram(argc, argv);
   } catch (const std::bad_alloc&) {
     tarn::PrintError(tarn::kOutOfMemory);
-    tarn::PrintError("FATAL - Aborting Session!");
+    tarn::PrintError(tarn::kAborting);
   } catch (const std::exception& error) {
     tarn::PrintError(error.what());
   }

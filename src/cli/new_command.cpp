@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <fmt/printf.h>
 #include <memory>
 
 #include "base/output_file.h"
 #include "base/paths.h"
 #include "cli/commands.h"
 #include "cli/common.h"
+#include "cli/messages.h"
 #include "cli/setup_flags.h"
 #include "netfile/header.h"
 #include "netfile/messages.h"
@@ -53,7 +55,7 @@ ExitStatus WriteWithOptions(const NewArguments& arguments) {
 ExitStatus RunNew(NewArguments& arguments) {
   CompletePaths({&arguments.path});
   if (!arguments.force && SameFile(arguments.path, arguments.path)) {
-    PrintError("'" + arguments.path + "' exists; --force replaces it");
+    PrintError(fmt::sprintf(kFileExists.data(), arguments.path));
     return kFailed;
   }
   return AnyGiven(arguments.options) ? WriteWithOptions(arguments) : WriteTemplate(arguments);

@@ -7,6 +7,7 @@
 #include "cli/commands.h"
 #include "cli/common.h"
 #include "cli/interrupt.h"
+#include "cli/messages.h"
 #include "cli/train_files.h"
 #include "engine/messages.h"
 #include "engine/training_run.h"
@@ -51,7 +52,7 @@ class TrainingPrinter : public TrainingObserver {
     const bool stored = AppendSnapshot(m_arguments.autosave, m_network);
     if (!stored && !m_snapshot_failed) {
       m_progress.Clear();
-      PrintError("a snapshot could not be added to '" + m_arguments.autosave + "'");
+      PrintError(fmt::sprintf(kSnapshotNotAdded.data(), m_arguments.autosave));
     }
     m_snapshot_failed = m_snapshot_failed || !stored;
     return stored;
@@ -143,8 +144,7 @@ void TellDivergence(const TrainArguments& arguments, const Network& network) {
   if (arguments.autosave.empty()) return;
   std::optional<StoredSnapshot> snapshot;
   if (FindNewestSnapshot(arguments.autosave, snapshot).ok() && snapshot) {
-    PrintNotices({fmt::sprintf("the last snapshot in %s is of iteration %d", arguments.autosave,
-                               snapshot->iteration)});
+    PrintNotices({fmt::sprintf(kLastSnapshot.data(), arguments.autosave, snapshot->iteration)});
   }
 }
 

@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/process.h"
 #include "cli/common.h"
+#include "cli/messages.h"
 #include "data/messages.h"
 #include "data/outputs_export.h"
 #include "engine/error_history.h"
@@ -44,7 +45,7 @@ ExitStatus KeepFilesApart(const std::array<Target, 5>& targets) {
     if (path.empty() || Files().IsSpecial(path)) continue;
     for (size_t j = i + 1; j < targets.size(); ++j) {
       if (path != targets[j].path && !SameFile(path, targets[j].path)) continue;
-      PrintError("'" + path + "' is to be written twice");
+      PrintError(fmt::sprintf(kWrittenTwice.data(), path));
       return kWrongUsage;
     }
   }
@@ -75,10 +76,7 @@ ExitStatus SpareSnapshots(const std::string& store, const std::string& saved,
   if (!taken || taken <= Files().WriteTime(file)) return kDone;
   std::optional<StoredSnapshot> newest;
   if (!FindNewestSnapshot(store, newest).ok() || !newest) return kDone;
-  PrintError(
-      fmt::sprintf("'%s' holds a snapshot of iteration %d that is newer than '%s': "
-                   "'tarn-cli restore' takes it back; remove it to train anew",
-                   store, newest->iteration, file));
+  PrintError(fmt::sprintf(kSnapshotIsNewer.data(), store, newest->iteration, file));
   return kFailed;
 }
 
@@ -113,7 +111,7 @@ ExitStatus SaveTrained(const TrainArguments& arguments, Network& network) {
   network.file_name = JoinPath(TemporaryFolder(), RescueName());
   OutputFile file;
   if (file.OpenPrivate(network.file_name) && WriteNetwork(file, network) && file.Commit()) {
-    PrintNotices({"the trained network is kept in " + network.file_name});
+    PrintNotices({fmt::sprintf(kNetworkRescued.data(), network.file_name)});
   }
   return saved;
 }

@@ -41,7 +41,7 @@ constexpr int kRmsPlot = 116;
 // What was given back is kept for a while.
 constexpr int64_t kSlackKilobytes = 300 * 1024;
 #else
-constexpr int64_t kSlackKilobytes = 8192;
+constexpr int64_t kSlackKilobytes = 2048;
 #endif
 // The toolkit keeps a little of every window that was open.
 constexpr int64_t kKilobytesOfWindow = 24;
