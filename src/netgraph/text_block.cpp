@@ -54,10 +54,13 @@ double TextBlock::height() const {
 TextBlock FitText(const Canvas& canvas, const std::string& text, double size, double width,
                   double height) {
   TextBlock block;
-  for (block.size = size;; block.size *= kSmaller) {
+  block.size = size;
+  block.lines = Break(canvas, text, block.size, width);
+  while (block.height() > height && block.size > kSmallestSize) {
+    block.size *= kSmaller;
     block.lines = Break(canvas, text, block.size, width);
-    if (block.height() <= height || block.size <= kSmallestSize) return block;
   }
+  return block;
 }
 
 }  // namespace tarn
