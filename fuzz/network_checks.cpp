@@ -106,11 +106,13 @@ size_t Count(std::string_view text, std::string_view part) {
 
 // Whether each section stands there once and has its end: then a copy is the same as it is.
 bool HasPlainSections(std::string_view text) {
-  return std::ranges::all_of(
-      std::array{"WEIGHTS:", "TESTPATTERNS:", "NORMALIZE:"}, [text](const std::string key) {
-        const size_t ends = Count(text, key + "STOP");
-        return Count(text, key) == 1 + ends && Count(text, key + "READ") == ends && ends <= 1;
-      });
+  return std::ranges::all_of(std::array{"WEIGHTS:", "TESTPATTERNS:", "NORMALIZE:"},
+                             [text](const std::string key) {
+                               const size_t ends = Count(text, key + "STOP");
+                               return Count(text, key) == 1 + ends &&
+                                      Count(text, key + "READ") == Count(text, key + "READ\n") &&
+                                      Count(text, key + "READ\n") == ends && ends <= 1;
+                             });
 }
 
 // What stands in the file of this header, apart from the connections.
