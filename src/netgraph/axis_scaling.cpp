@@ -65,8 +65,8 @@ struct Grid {
 };
 
 struct Search {
-  double base;
-  int32_t k;  // ticks of the target in units of the base, rounded up
+  double base = 0;
+  int32_t k = 0;  // ticks of the target in units of the base, rounded up
   bool grown = false;
 };
 

@@ -4,6 +4,7 @@
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 
 #undef HWY_TARGET_INCLUDE
+// NOLINTNEXTLINE(*-macro-usage): Highway includes this file by it, once for each target.
 #define HWY_TARGET_INCLUDE "engine/kernels/kernels.cpp"
 #include <hwy/foreach_target.h>
 // The includes above come first.

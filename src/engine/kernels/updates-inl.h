@@ -185,8 +185,8 @@ HWY_INLINE void GradientsOfPatterns(const NetworkPanels& network, size_t first, 
 struct Sweep {
   PreviousPattern previous;
   StepVectors step;
-  size_t place;
-  bool descending;
+  size_t place = 0;
+  bool descending = false;
 };
 
 // One panel: its weights take in the pattern before, as a group of its own, and are multiplied
