@@ -67,6 +67,7 @@ Section "Tarn" SectionProgram
     File "${STAGE}\x86\tarn.exe"
     File "${STAGE}\x86\tarn-cli.exe"
   ${EndIf}
+  File "${STAGE}\x64\TARN.HLP"
   File "${STAGE}\*.txt"
   SetOutPath "$INSTDIR\docs"
   File /r "${STAGE}\docs\*"
@@ -129,6 +130,7 @@ Section "Uninstall"
     Abort
   ${EndIf}
   Delete "$INSTDIR\tarn-cli.exe"
+  Delete "$INSTDIR\TARN.HLP"
   !include "${REMOVALS}"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 namespace tarn {
 
-// The program's own files, looked up in the folder that it was started in.
+// The program's own files, in the folder that it was started in.
 struct ApplicationPaths {
   std::string help_file;     // TARN.HLP
   std::string data_editor;   // TABULO.EXE, the companion
@@ -14,5 +16,10 @@ struct ApplicationPaths {
 
 // Forms them from the current directory; where a full path cannot be told, the bare name holds.
 ApplicationPaths FormApplicationPaths();
+
+// Where the help file may be, in the order in which it is looked for: in the folder of the start,
+// beside the program, and in ../share/tarn/ of the program's folder.
+std::array<std::string, 3> HelpFilePlaces(const ApplicationPaths& paths,
+                                          std::string_view program_folder);
 
 }  // namespace tarn

@@ -20,5 +20,14 @@ TEST(ApplicationPaths, LieInTheFolderOfTheStart) {
   EXPECT_EQ(Slashes(paths.start_folder), "/home/me");
 }
 
+TEST(HelpFilePlaces, AreTheFolderOfTheStartThatOfTheProgramAndItsSharedData) {
+  ApplicationPaths paths;
+  paths.help_file = "/home/me/TARN.HLP";
+  const auto [start, program, shared] = HelpFilePlaces(paths, "/usr/bin");
+  EXPECT_EQ(start, "/home/me/TARN.HLP");
+  EXPECT_EQ(Slashes(program), "/usr/bin/TARN.HLP");
+  EXPECT_EQ(Slashes(shared), "/usr/bin/../share/tarn/TARN.HLP");
+}
+
 }  // namespace
 }  // namespace tarn

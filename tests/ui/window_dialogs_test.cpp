@@ -65,23 +65,5 @@ TEST_F(SystemDialogs, StartTheDataEditorInTheFolderOfTheStartAndDoNotWait) {
   Until([this] { return std::filesystem::exists(m_paths.hand_over); });
 }
 
-// A book as small as can be.
-TEST_F(SystemDialogs, OpenTheHelpFileAgainAndAgain) {
-  WriteFile(m_folder / "page.htm", "<html><body>Words</body></html>");
-  WriteFile(m_folder / "toc.hhc",
-            "<ul><li><object type=\"text/sitemap\"><param name=\"Name\" value=\"Start\">"
-            "<param name=\"Local\" value=\"page.htm\"><param name=\"ID\" value=4></object></ul>");
-  WriteFile(m_folder / "TARN.HLP",
-            "[OPTIONS]\nContents file=toc.hhc\nTitle=Tarn\nDefault topic=page.htm\n");
-  for (int i = 0; i < 2; ++i) {
-    m_system.ShowHelp(HelpTopic::kStartUp);
-    wxWindow* book = wxFindWindowByLabel("Help: page.htm");
-    ASSERT_NE(book, nullptr);
-    book->Close(true);
-    Until([] { return wxFindWindowByLabel("Help: page.htm") == nullptr; });
-  }
-  EXPECT_THAT(m_native.boxes, IsEmpty());
-}
-
 }  // namespace
 }  // namespace tarn

@@ -7,6 +7,7 @@
 #include <wx/filefn.h>
 #include <wx/filename.h>
 #include <wx/frame.h>
+#include <wx/stdpaths.h>
 #include <wx/utils.h>
 
 #include "app/file_choice.h"
@@ -45,11 +46,21 @@ bool Stays(const wxWindow* window) {
 
 }  // namespace
 
+WindowDialogs::WindowDialogs(ApplicationPaths paths)
+    : WindowDialogs(std::move(paths),
+                    Utf8(wxFileName(wxStandardPaths::Get().GetExecutablePath()).GetPath())) {}
+
+WindowDialogs::~WindowDialogs() {
+  if (m_help) m_help->Destroy();
+}
+
 wxWindow* DialogParent() {
   if (wxDialog* dialog = InnermostModalDialog()) return dialog;
-  // Above the graph or the report that the user is at.
+  // Above the graph or the report that the user is at. A dialog of the help window would keep the
+  // user from that window alone.
   wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
-  if (dynamic_cast<wxFrame*>(active) != nullptr && Stays(active)) return active;
+  const bool reads_help = dynamic_cast<HelpWindow*>(active) != nullptr;
+  if (dynamic_cast<wxFrame*>(active) != nullptr && !reads_help && Stays(active)) return active;
   return wxTheApp->GetTopWindow();
 }
 
@@ -143,14 +154,24 @@ std::optional<std::string> WindowDialogs::ChooseSnapshot(
 }
 
 void WindowDialogs::ShowHelp(HelpTopic topic) {
-  if (!wxFileExists(Wide(m_paths.help_file))) {
+  if (!m_help || !Stays(m_help)) m_help = OpenHelp();
+  if (m_help) {
+    m_help->ShowTopic(topic);
+  } else {
     Tell(kTarnWarningCaption, fmt::sprintf(kNoHelpFile.data(), m_paths.help_file));
-    return;
   }
-  // Each time anew: the window that asked for it last may be gone.
-  m_help = std::make_unique<wxHtmlHelpController>(wxHF_DEFAULT_STYLE, DialogParent());
-  m_help->AddBook(wxFileName(Wide(m_paths.help_file)));
-  m_help->Display(static_cast<int>(topic));
+}
+
+// The book of the first place that has one; null when there is none.
+HelpWindow* WindowDialogs::OpenHelp() const {
+  for (const std::string& place : HelpFilePlaces(m_paths, m_program_folder)) {
+    if (!wxFileExists(Wide(place))) continue;
+    // Not of the dialog that asks for it, which may be gone before the user has read it.
+    auto* window = new HelpWindow(wxTheApp->GetTopWindow());
+    if (window->Open(place)) return window;
+    window->Destroy();
+  }
+  return nullptr;
 }
 
 void WindowDialogs::ShowBusy(bool busy) {

@@ -1,16 +1,17 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
-#include <wx/html/helpctrl.h>
+#include <wx/weakref.h>
 #include <wx/window.h>
 
 #include "app/application_paths.h"
 #include "app/dialogs.h"
+#include "app/ui/help_window.h"
 
 namespace tarn {
 
@@ -18,7 +19,13 @@ namespace tarn {
 // innermost window that is open.
 class WindowDialogs : public Dialogs {
  public:
-  explicit WindowDialogs(ApplicationPaths paths) : m_paths(std::move(paths)) {}
+  explicit WindowDialogs(ApplicationPaths paths);
+  // With the program in another folder than it is in.
+  WindowDialogs(ApplicationPaths paths, std::string program_folder)
+      : m_paths(std::move(paths)), m_program_folder(std::move(program_folder)) {}
+  ~WindowDialogs() override;
+  WindowDialogs(const WindowDialogs&) = delete;
+  WindowDialogs& operator=(const WindowDialogs&) = delete;
 
   using Dialogs::Tell;
   void Tell(const Message& message) override;
@@ -45,15 +52,17 @@ class WindowDialogs : public Dialogs {
 
  private:
   int ShowBox(const Message& message, long style);
+  HelpWindow* OpenHelp() const;
 
   ApplicationPaths m_paths;
+  std::string m_program_folder;
   int m_open = 0;         // dialogs of ours
   int m_system_open = 0;  // message boxes and file dialogs
-  std::unique_ptr<wxHtmlHelpController> m_help;
+  wxWeakRef<HelpWindow> m_help;
 };
 
 // The window that the next dialog belongs to: the innermost modal dialog, else the window that has
-// the focus, else the main window.
+// the focus, unless that is the help window, else the main window.
 wxWindow* DialogParent();
 
 // The filter in the form that the file dialogs take: no "|" at the end, and every file stands
