@@ -18,7 +18,7 @@ _tarn_cli
 printf '%s\\n' "${COMPREPLY[@]}"
 """
 
-# The specifications that the functions of zsh are given, which make of them what it offers.
+# The entries that the functions of zsh are given, which make of them what it offers.
 ZSH = """
 state_wanted=$2
 _arguments() {
@@ -46,8 +46,8 @@ def fish(line, script=FOLDER / "tarn-cli.fish"):
 
 def zsh(command, script=FOLDER / "_tarn-cli"):
     _, text = run("zsh", "-f", "-c", ZSH, "zsh", script, command or "")
-    specifications = text.split("*:: :->arguments\n")[-1 if command else 0]
-    return specifications.splitlines()
+    entries = text.split("*:: :->arguments\n")[-1 if command else 0]
+    return entries.splitlines()
 
 
 def zsh_options(command, script=FOLDER / "_tarn-cli"):
@@ -57,7 +57,7 @@ def zsh_options(command, script=FOLDER / "_tarn-cli"):
 
 
 def zsh_words(command, option):
-    """The words of the specification of an option or an argument."""
+    """The words of the entry of an option or an argument."""
     text = "\n".join(zsh(command))
     start = text.index(option)
     return set(re.search(r":[\w ]+:\(([^)]+)\)", text[start:])[1].split())
