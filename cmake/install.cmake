@@ -65,8 +65,10 @@ set(TARN_ZSH_FOLDER ${data}/zsh/vendor-completions CACHE STRING
 install(FILES ${packaging}/completions/_tarn-cli DESTINATION ${TARN_ZSH_FOLDER})
 install(FILES ${packaging}/completions/tarn-cli.fish DESTINATION ${data}/fish/vendor_completions.d)
 
-install(FILES ${made}/changelog.gz ${made}/copyright README.md SECURITY.md DESTINATION ${doc})
-install(DIRECTORY docs/ DESTINATION ${doc}/docs)
+install(FILES ${made}/changelog.gz ${made}/copyright SECURITY.md DESTINATION ${doc})
+# What is for users: the guide and what it leads to.
+install(DIRECTORY docs/ DESTINATION ${doc}/docs FILES_MATCHING
+  PATTERN *.md PATTERN *.png PATTERN *.svg PATTERN performance.md EXCLUDE PATTERN growth.svg EXCLUDE)
 install(DIRECTORY examples DESTINATION ${doc} FILES_MATCHING
   PATTERN *.md PATTERN *.net PATTERN *.txt)
 install(PROGRAMS examples/surface/make_surface.py DESTINATION ${doc}/examples/surface)

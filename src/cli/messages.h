@@ -11,6 +11,8 @@ inline constexpr std::string_view kFileExists = "'%s' exists; --force replaces i
 inline constexpr std::string_view kWrittenTwice = "'%s' is to be written twice";
 inline constexpr std::string_view kReadByCommand =
     "'%s' is read by this command and cannot be written over";
+inline constexpr std::string_view kWeightsLeftOut =
+    "the weights do not fit the changed design and are not kept";
 inline constexpr std::string_view kSnapshotNotAdded = "a snapshot could not be added to '%s'";
 inline constexpr std::string_view kSnapshotIsNewer =
     "'%s' holds a snapshot of iteration %d that is newer than '%s': 'tarn-cli restore' takes it "

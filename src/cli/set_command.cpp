@@ -1,7 +1,9 @@
 #include <memory>
 
+#include "app/network_loader.h"
 #include "cli/commands.h"
 #include "cli/common.h"
+#include "cli/messages.h"
 #include "cli/setup_flags.h"
 #include "netfile/header.h"
 #include "netfile/messages.h"
@@ -25,11 +27,18 @@ ExitStatus RunSet(SetArguments& arguments) {
   if (opened != kDone) return opened;
   const Status header = ReadHeader(network);
   if (!header.ok()) return Report(header);
+  const NetworkShape shape = ShapeOf(network);
   const ExitStatus applied = ApplyAndReport(arguments.options, network);
   if (applied != kDone) return applied;
   if (!SetupCanBeReadBack(network)) return Report(Status::Failure(kNotReadBack));
   const std::string& destination = arguments.output.empty() ? network.file_name : arguments.output;
-  return Report(SaveSetup(network, destination, session.scratch.path()));
+  const bool fits = ShapeOf(network) == shape;
+  const bool loses = !fits && HoldsWeights(network.file_name).value_or(false);
+  const ExitStatus saved =
+      Report(SaveSetup(network, destination, session.scratch.path(),
+                       fits ? SetupWeights::kAsStored : SetupWeights::kLeftOut));
+  if (saved == kDone && loses) PrintNotices({std::string(kWeightsLeftOut)});
+  return saved;
 }
 
 }  // namespace
@@ -44,7 +53,8 @@ void AddSetCommand(CLI::App& program, ExitStatus& exit_status) {
   AddSetupFlags(command, arguments->options);
   command.footer(
       "Weights, a stored random test set and stored normalization limits are kept as\n"
-      "they are. Relative names of data files are looked up in the folder of NET.\n"
+      "they are; weights that do not fit changed --layers are given up. Relative names\n"
+      "of data files are looked up in the folder of NET.\n"
       "Example:\n"
       "  tarn-cli set iris.net --eta 0.05 --iterations 2000");
   command.callback([arguments, &exit_status] { exit_status = RunSet(*arguments); });

@@ -150,7 +150,7 @@ bool WriteSetup(OutputFile& file, const Network& network, const ScratchPart& wei
 }  // namespace
 
 Status SaveSetup(Network& network, const std::string& destination,
-                 const std::string& scratch_folder) {
+                 const std::string& scratch_folder, SetupWeights which) {
   const ScratchPart weights(scratch_folder, "~tarn.wts");
   const ScratchPart limits(scratch_folder, "~tarn.nrm");
   const ScratchPart patterns(scratch_folder, "~tarn.pat");
@@ -166,7 +166,9 @@ Status SaveSetup(Network& network, const std::string& destination,
                                    CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
                                    CopySection(old_file, "NORMALIZE:", limits.path());
   old_file.Close();
-  if (!copied) return Status::Failure(kSetupSaveFailed);
+  const bool left_out =
+      which == SetupWeights::kLeftOut && WriteLine("WEIGHTS:RANDOM", weights.path());
+  if (!copied || left_out != (which == SetupWeights::kLeftOut)) return Status::Failure(kSetupSaveFailed);
   const int64_t removed = WriteRemovedConnections(network, scratch_folder, connections.path());
   OutputFile file;
   if (removed < 0 || !file.OpenReplacing(destination) ||

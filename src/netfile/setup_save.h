@@ -11,8 +11,11 @@ namespace tarn {
 // normalization limits as they stand in network.file_name, untouched. The parts wait in the
 // scratch folder as "~tarn.wts", "~tarn.cnx", "~tarn.pat" and "~tarn.nrm" until the old file
 // has been read whole, so `destination` may be the old file; it is replaced in one step. Clears
-// the marks of edited connections. After a failure nothing has changed.
+// the marks of edited connections. After a failure nothing has changed. Weights that fit the record
+// no longer can be left out: they are random at the next load.
+enum class SetupWeights { kAsStored, kLeftOut };
 Status SaveSetup(Network& network, const std::string& destination,
-                 const std::string& scratch_folder);
+                 const std::string& scratch_folder,
+                 SetupWeights which = SetupWeights::kAsStored);
 
 }  // namespace tarn

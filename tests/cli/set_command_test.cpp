@@ -49,6 +49,23 @@ TEST_F(SetCommand, KeepsWeightsTestSetAndLimits) {
   EXPECT_EQ(Line(5), "0.000000 0.200000 0.010000 0.300000 0.500000 2.000000");
 }
 
+TEST_F(SetCommand, GivesUpWeightsThatDoNotFitAChangedDesign) {
+  PutTrainedNetwork();
+  // Of these, the first has as many weights as before.
+  for (const char* layers : {"2,2,2,1", "2,5,1"}) {
+    const RunResult result = Run({"set", "test.net", "-o", "other.net", "--layers", layers});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              "tarn-cli: notice: the weights do not fit the changed design and are not kept\n");
+    EXPECT_EQ(Read("other.net").find("WEIGHTS:READ"), std::string::npos);
+    EXPECT_NE(Read("other.net").find("\nWEIGHTS:RANDOM\n"), std::string::npos);
+    EXPECT_EQ(Run({"recall", "other.net", "--inputs", "data.txt"}).status, 1);
+  }
+  Do({"set", "other.net", "--layers", "2,3,1"});
+  Do({"set", "test.net", "--layers", "2,3,1"});
+  EXPECT_NE(Read("test.net").find("WEIGHTS:READ"), std::string::npos);
+}
+
 TEST_F(SetCommand, RefusesANameThatHidesTheWeights) {
   PutTrainedNetwork();
   const std::string before = Read("test.net");

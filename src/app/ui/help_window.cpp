@@ -16,8 +16,8 @@
 namespace tarn {
 namespace {
 
-constexpr int kParts =
-    wxHF_EMBEDDED | wxHF_TOOLBAR | wxHF_CONTENTS | wxHF_INDEX | wxHF_SEARCH | wxHF_PRINT;
+// No printing: the system's dialog would outlive the window in a close that is forced.
+constexpr int kParts = wxHF_EMBEDDED | wxHF_TOOLBAR | wxHF_CONTENTS | wxHF_INDEX | wxHF_SEARCH;
 constexpr const char* kCaption = "Tarn Help";
 constexpr const char* kTitleFormat = "Tarn Help: %s";
 

@@ -154,22 +154,27 @@ std::optional<std::string> WindowDialogs::ChooseSnapshot(
 }
 
 void WindowDialogs::ShowHelp(HelpTopic topic) {
-  if (!m_help || !Stays(m_help)) m_help = OpenHelp();
+  std::string unreadable;
+  if (!m_help || !Stays(m_help)) m_help = OpenHelp(unreadable);
   if (m_help) {
     m_help->ShowTopic(topic);
-  } else {
+  } else if (unreadable.empty()) {
     Tell(kTarnWarningCaption, fmt::sprintf(kNoHelpFile.data(), m_paths.help_file));
+  } else {
+    Tell(kTarnWarningCaption, fmt::sprintf(kHelpFileUnreadable.data(), unreadable));
   }
 }
 
-// The book of the first place that has one; null when there is none.
-HelpWindow* WindowDialogs::OpenHelp() const {
+// The book of the first place that has one; null when there is none, and then the first file that
+// holds no book.
+HelpWindow* WindowDialogs::OpenHelp(std::string& unreadable) const {
   for (const std::string& place : HelpFilePlaces(m_paths, m_program_folder)) {
     if (!wxFileExists(Wide(place))) continue;
     // Not of the dialog that asks for it, which may be gone before the user has read it.
     auto* window = new HelpWindow(wxTheApp->GetTopWindow());
     if (window->Open(place)) return window;
     window->Destroy();
+    if (unreadable.empty()) unreadable = place;
   }
   return nullptr;
 }

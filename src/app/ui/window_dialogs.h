@@ -52,7 +52,7 @@ class WindowDialogs : public Dialogs {
 
  private:
   int ShowBox(const Message& message, long style);
-  HelpWindow* OpenHelp() const;
+  HelpWindow* OpenHelp(std::string& unreadable) const;
 
   ApplicationPaths m_paths;
   std::string m_program_folder;

@@ -65,6 +65,8 @@ void UseBesideModalDialogs(wxFrame& frame) {
   gtk_window_group_add_window(group, frame.GetHandle());
   // The window keeps it.
   g_object_unref(group);
+  // Its title bar closes it as well, whatever dialog is open.
+  frame.SetExtraStyle(frame.GetExtraStyle() | wxTOPLEVEL_EX_DIALOG);
   if (frame.GetMenuBar() != nullptr) SendCommandsOf(*frame.GetMenuBar());
 }
 
