@@ -166,9 +166,9 @@ Status SaveSetup(Network& network, const std::string& destination,
                                    CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
                                    CopySection(old_file, "NORMALIZE:", limits.path());
   old_file.Close();
-  const bool left_out =
-      which == SetupWeights::kLeftOut && WriteLine("WEIGHTS:RANDOM", weights.path());
-  if (!copied || left_out != (which == SetupWeights::kLeftOut)) return Status::Failure(kSetupSaveFailed);
+  const bool weights_stand =
+      which == SetupWeights::kAsStored || WriteLine("WEIGHTS:RANDOM", weights.path());
+  if (!copied || !weights_stand) return Status::Failure(kSetupSaveFailed);
   const int64_t removed = WriteRemovedConnections(network, scratch_folder, connections.path());
   OutputFile file;
   if (removed < 0 || !file.OpenReplacing(destination) ||
