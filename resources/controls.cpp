@@ -5,6 +5,7 @@
 #include <wx/combobox.h>
 #include <wx/control.h>
 #include <wx/icon.h>
+#include <wx/menu.h>
 #include <wx/panel.h>
 #include <wx/radiobut.h>
 #include <wx/textctrl.h>
@@ -97,6 +98,15 @@ void FocusEdit(const wxWindow& window, int id) {
   wxWindow& control = Control(window, id);
   control.SetFocus();
   if (auto* entry = dynamic_cast<wxTextEntry*>(&control)) entry->SelectAll();
+}
+
+OpenMenuWatch::OpenMenuWatch(wxFrame& frame) {
+  const auto note = [this](wxMenuEvent& event) {
+    m_open = event.GetEventType() == wxEVT_MENU_OPEN;
+    event.Skip();
+  };
+  frame.Bind(wxEVT_MENU_OPEN, note);
+  frame.Bind(wxEVT_MENU_CLOSE, note);
 }
 
 }  // namespace tarn

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 #include <wx/dialog.h>
+#include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/string.h>
 #include <wx/toplevel.h>
@@ -51,5 +52,18 @@ void SetChecked(const wxWindow& window, int id, bool checked);
 
 // Shows the edit of that number as the one to be mended: focused, its text selected.
 void FocusEdit(const wxWindow& window, int id);
+
+// Knows whether a menu of the frame is open, which takes Escape for itself then.
+class OpenMenuWatch {
+ public:
+  explicit OpenMenuWatch(wxFrame& frame);
+  OpenMenuWatch(const OpenMenuWatch&) = delete;
+  OpenMenuWatch& operator=(const OpenMenuWatch&) = delete;
+
+  bool IsOpen() const { return m_open; }
+
+ private:
+  bool m_open = false;
+};
 
 }  // namespace tarn

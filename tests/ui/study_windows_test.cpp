@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 #include <wx/menu.h>
+#include <wx/uiaction.h>
 
 #include "browser/ui/info_browser.h"
 #include "netgraph/ui/net_graph_dlg.h"
@@ -48,6 +49,12 @@ Step Cancel() {
 
 class StudyWindowsTest : public MainWindowFixture {
  protected:
+  // In which windows are painted, and menus open and close.
+  void LetTurnsGoBy() {
+    constexpr int kTurns = 30;
+    int turns = 0;
+    Until([&] { return ++turns > kTurns; });
+  }
   // What the window writes by a command that asks for a file.
   std::string Written(wxFrame& window, int command, const std::string& name) {
     m_dialogs->files.push_back(m_folder / name);
@@ -263,6 +270,36 @@ TEST_F(StudyWindowsTest, StopATaskWithEscapeOnAGraphOrReport) {
   }
   EXPECT_THAT(Graphs(), SizeIs(1)) << "it is still open";
   EXPECT_THAT(Reports(), SizeIs(1));
+}
+
+// Escape closes an open menu, and not its window with it.
+TEST_F(StudyWindowsTest, StayWhenAMenuIsClosedWithEscape) {
+  OpenForTraining("iris.net");
+  for (const int command : {116, 133}) {
+    Choose(command);
+    auto* window = command == 116 ? static_cast<wxFrame*>(Graphs()[0]) : Reports()[0];
+    int opened = 0;
+    int closed = 0;
+    const auto count = [&](wxMenuEvent& event) {
+      ++(event.GetEventType() == wxEVT_MENU_OPEN ? opened : closed);
+      event.Skip();
+    };
+    window->Bind(wxEVT_MENU_OPEN, count);
+    window->Bind(wxEVT_MENU_CLOSE, count);
+    LetTurnsGoBy();
+    wxUIActionSimulator simulator;
+    const wxPoint menu = window->GetScreenPosition() + wxPoint(20, 12);
+    simulator.MouseMove(menu.x, menu.y);
+    simulator.MouseClick();
+    Until([&] { return opened > 0; });
+    LetTurnsGoBy();
+    simulator.Char(WXK_ESCAPE);
+    Until([&] { return closed > 0; });
+    LetTurnsGoBy();
+    ASSERT_EQ(Graphs().size() + Reports().size(), 1U);
+    window->Close();
+    Until([] { return Graphs().empty() && Reports().empty(); });
+  }
 }
 
 TEST_F(StudyWindowsTest, ShowProgressAndHintsWhole) {

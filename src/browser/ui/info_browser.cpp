@@ -1,9 +1,7 @@
 #include "browser/ui/info_browser.h"
 
-#include <array>
 #include <optional>
 #include <utility>
-#include <wx/accel.h>
 #include <wx/dataobj.h>
 #include <wx/display.h>
 #include <wx/menu.h>
@@ -39,8 +37,7 @@ InfoBrowser::InfoBrowser(wxWindow* owner, std::unique_ptr<ReportFile> report,
       m_list(new VirtualList(this)) {
   SetProgramIcon(*this);
   SetMenuBar(wxXmlResource::Get()->LoadMenuBar("INFO_MENU"));
-  const std::array keys = {wxAcceleratorEntry(wxACCEL_NORMAL, WXK_ESCAPE, kExitCommand)};
-  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
+  Bind(wxEVT_CHAR_HOOK, &InfoBrowser::OnKey, this);
   Bind(wxEVT_MENU, &InfoBrowser::OnMenu, this);
   Bind(wxEVT_CONTEXT_MENU, &InfoBrowser::OnContextMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, &InfoBrowser::OnClose, this);
@@ -115,6 +112,14 @@ void InfoBrowser::OnContextMenu(wxContextMenuEvent& event) {
   menu->Enable(kCopyCommand, m_list->selection().count() > 0);
   const bool by_key = event.GetPosition() == wxDefaultPosition;
   m_list->PopupMenu(menu.get(), by_key ? m_list->CaretPlace() : wxDefaultPosition);
+}
+
+void InfoBrowser::OnKey(wxKeyEvent& event) {
+  if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers() && !m_menus.IsOpen()) {
+    Close();
+  } else {
+    event.Skip();
+  }
 }
 
 // Not while a dialog asks on its behalf.

@@ -8,6 +8,7 @@
 #include "app/dialogs.h"
 #include "browser/report_file.h"
 #include "browser/ui/virtual_list.h"
+#include "resources/controls.h"
 
 namespace tarn {
 
@@ -31,6 +32,7 @@ class InfoBrowser : public wxFrame {
   void ShowReport();
   void OnMenu(wxCommandEvent& event);
   void OnContextMenu(wxContextMenuEvent& event);
+  void OnKey(wxKeyEvent& event);
   void OnClose(wxCloseEvent& event);
   void EnableCopy();
 
@@ -43,6 +45,7 @@ class InfoBrowser : public wxFrame {
   std::string m_caption;
   Dialogs& m_dialogs;
   VirtualList* m_list;  // owned by the frame
+  OpenMenuWatch m_menus{*this};
 };
 
 }  // namespace tarn

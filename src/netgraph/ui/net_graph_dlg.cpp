@@ -111,7 +111,7 @@ void NetGraphDlg::OnMenu(wxCommandEvent& event) {
 }
 
 void NetGraphDlg::OnKey(wxKeyEvent& event) {
-  if (event.GetKeyCode() != WXK_ESCAPE || event.HasAnyModifiers()) {
+  if (event.GetKeyCode() != WXK_ESCAPE || event.HasAnyModifiers() || m_menus.IsOpen()) {
     event.Skip();
   } else if (m_panel->IsZooming()) {
     m_panel->EndZoom();

@@ -10,6 +10,7 @@
 #include "netgraph/graph.h"
 #include "netgraph/picture_request.h"
 #include "netgraph/ui/graph_panel.h"
+#include "resources/controls.h"
 
 namespace tarn {
 
@@ -50,6 +51,7 @@ class NetGraphDlg : public wxFrame {
   Dialogs& m_dialogs;
   std::function<int()> m_colour_depth;
   GraphPanel* m_panel;
+  OpenMenuWatch m_menus{*this};
 };
 
 }  // namespace tarn
