@@ -169,6 +169,7 @@ ConnectionsRequest NetDesignDraft::ConnectionsOfOutput(const Network& network) c
 }
 
 DesignRequest NetDesignDraft::DesignToView(const Network& network) const {
+  // NOLINTNEXTLINE(cppcoreguidelines-slicing): the layer of connections is not asked for.
   DesignRequest request = CheckDesign(*this, network);
   if (!request.messages.empty()) return request;
   // A field that is left empty may stand for a count that is no good either.
