@@ -71,6 +71,8 @@ ExitStatus TryFiles(const std::array<Target, 5>& targets) {
 // saved. `saved` is empty where no network is saved.
 ExitStatus SpareSnapshots(const std::string& store, const std::string& saved,
                           const Network& network) {
+  // A device has nothing to lose, and may never end.
+  if (Files().IsSpecial(store)) return kDone;
   const std::string& file = saved.empty() ? network.file_name : saved;
   const std::optional<int64_t> taken = Files().WriteTime(store);
   if (!taken || taken <= Files().WriteTime(file)) return kDone;

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -183,6 +184,12 @@ TEST_F(TrainCommand, SparesTheSnapshotsOfARunThatWasKilled) {
   Do(train);
   Do(train);
   EXPECT_EQ(Read("a.store").substr(0, 12), "ITERATION 5\n");
+}
+
+TEST_F(TrainCommand, LooksForNoSnapshotsInADevice) {
+  const auto before = std::filesystem::last_write_time("/dev/zero") - std::chrono::hours(1);
+  std::filesystem::last_write_time(Path("test.net"), before);
+  Do({"train", "test.net", "--quiet", "--no-save", "--autosave", "/dev/zero"});
 }
 
 TEST_F(TrainCommand, RefusesANetworkWhoseNameHidesWhatItWouldStore) {
