@@ -159,16 +159,16 @@ Status SaveSetup(Network& network, const std::string& destination,
   if (!old_file.Open(network.file_name)) return Status::Failure(kSetupSaveNoOldFile);
   const bool oldest =
       network.version == 0 && FindSection(old_file, "WEIGHTS:").empty() && !old_file.Failed();
-  const bool copied = oldest ? ConvertWeights(network.file_name, weights.path()) &&
-                                   WriteLine("TESTPATTERNS:COMPUTE", patterns.path()) &&
+  const bool weights_copied = which == SetupWeights::kLeftOut
+                                  ? WriteLine("WEIGHTS:RANDOM", weights.path())
+                              : oldest ? ConvertWeights(network.file_name, weights.path())
+                                       : CopySection(old_file, "WEIGHTS:", weights.path());
+  const bool copied = oldest ? WriteLine("TESTPATTERNS:COMPUTE", patterns.path()) &&
                                    WriteLine("NORMALIZE:NONE", limits.path())
-                             : CopySection(old_file, "WEIGHTS:", weights.path()) &&
-                                   CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
+                             : CopySection(old_file, "TESTPATTERNS:", patterns.path()) &&
                                    CopySection(old_file, "NORMALIZE:", limits.path());
+  if (!weights_copied || !copied) return Status::Failure(kSetupSaveFailed);
   old_file.Close();
-  const bool weights_stand =
-      which == SetupWeights::kAsStored || WriteLine("WEIGHTS:RANDOM", weights.path());
-  if (!copied || !weights_stand) return Status::Failure(kSetupSaveFailed);
   const int64_t removed = WriteRemovedConnections(network, scratch_folder, connections.path());
   OutputFile file;
   if (removed < 0 || !file.OpenReplacing(destination) ||
