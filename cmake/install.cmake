@@ -55,15 +55,21 @@ tarn_packaged_text(metainfo tarn.metainfo.xml)
 tarn_packaged_text(copyright copyright)
 tarn_compress(${made}/changelog ${made}/changelog.gz)
 
-install(TARGETS tarn-cli RUNTIME)
-tarn_install_man_page(tarn-cli.1)
-install(FILES ${packaging}/completions/tarn-cli.bash
-  DESTINATION ${data}/bash-completion/completions RENAME tarn-cli)
 # Debian's folder for packages; zsh itself looks into site-functions.
 set(TARN_ZSH_FOLDER ${data}/zsh/vendor-completions CACHE STRING
   "Where completions for zsh are installed")
-install(FILES ${packaging}/completions/_tarn-cli DESTINATION ${TARN_ZSH_FOLDER})
-install(FILES ${packaging}/completions/tarn-cli.fish DESTINATION ${data}/fish/vendor_completions.d)
+# tarn_install_completions(PROGRAM): for bash, zsh and fish.
+function(tarn_install_completions program)
+  set(completions ${packaging}/completions)
+  install(FILES ${completions}/${program}.bash
+    DESTINATION ${data}/bash-completion/completions RENAME ${program})
+  install(FILES ${completions}/_${program} DESTINATION ${TARN_ZSH_FOLDER})
+  install(FILES ${completions}/${program}.fish DESTINATION ${data}/fish/vendor_completions.d)
+endfunction()
+
+install(TARGETS tarn-cli RUNTIME)
+tarn_install_man_page(tarn-cli.1)
+tarn_install_completions(tarn-cli)
 
 install(FILES ${made}/changelog.gz ${made}/copyright SECURITY.md DESTINATION ${doc})
 # What is for users: the guide and what it leads to.
@@ -77,6 +83,7 @@ if(TARN_WINDOWS)
   set(icons ${data}/icons/hicolor)
   install(TARGETS tarn RUNTIME)
   tarn_install_man_page(tarn.1)
+  tarn_install_completions(tarn)
   install(FILES ${packaging}/desktop/tarn.desktop DESTINATION ${data}/applications)
   install(FILES ${packaging}/desktop/tarn-mime.xml
     DESTINATION ${data}/mime/packages RENAME tarn.xml)

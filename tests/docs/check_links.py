@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the links, anchors and pictures of the documentation.
 
-    check_links.py ROOT                 *.md in ROOT and below ROOT/docs
+    check_links.py ROOT                 *.md in ROOT and below ROOT/docs and examples
     check_links.py ROOT FOLDER...       those, and the HTML pages below each FOLDER
 
 A relative link has to name a file or folder that is there, in the same letters, and within ROOT (of
@@ -152,7 +152,8 @@ def main(arguments):
         return 2
     checker = Checker()
     root = pathlib.Path(arguments[0]).resolve()
-    files = [(path, root) for path in sorted(root.glob("*.md")) + sorted(root.glob("docs/**/*.md"))]
+    files = [(path, root) for pattern in ("*.md", "docs/**/*.md", "examples/**/*.md")
+             for path in sorted(root.glob(pattern))]
     for folder in (pathlib.Path(name).resolve() for name in arguments[1:]):
         pages = [path for path in sorted(folder.rglob("*")) if path.suffix in PAGES]
         if not pages:

@@ -14,7 +14,7 @@ source "$0"
 compopt() { :; }
 COMP_WORDS=("$@")
 COMP_CWORD=$(($# - 1))
-_tarn_cli
+"_${1//-/_}"
 printf '%s\\n' "${COMPREPLY[@]}"
 """
 
@@ -34,12 +34,13 @@ source $1
 """
 
 
-def bash(*words, script=FOLDER / "tarn-cli.bash"):
-    _, text = run("bash", "-c", BASH, script, "tarn-cli", *words)
+def bash(*words, program="tarn-cli", script=None):
+    _, text = run("bash", "-c", BASH, script or FOLDER / f"{program}.bash", program, *words)
     return set(text.split())
 
 
-def fish(line, script=FOLDER / "tarn-cli.fish"):
+def fish(line, script=None):
+    script = script or FOLDER / f"{line.split()[0]}.fish"
     _, text = run("fish", "--no-config", "-c", f"source {script}; complete -C '{line}'")
     return {offer.partition("\t")[0] for offer in text.splitlines()}
 
@@ -75,10 +76,11 @@ def fish_options(command, **script):
 
 class Completions(PackagingTest):
     def test_can_be_read_by_their_shells(self):
-        for shell, name in (("bash", "tarn-cli.bash"), ("zsh", "_tarn-cli"),
-                            ("fish", "tarn-cli.fish")):
-            with self.subTest(shell):
-                self.passes(shell, "-n", FOLDER / name)
+        for program in ("tarn", "tarn-cli"):
+            for shell, name in (("bash", f"{program}.bash"), ("zsh", f"_{program}"),
+                                ("fish", f"{program}.fish")):
+                with self.subTest(name):
+                    self.passes(shell, "-n", FOLDER / name)
 
     def test_cannot_when_one_word_is_missing(self):
         self.fails("syntax error", "bash", "-n",
@@ -147,6 +149,18 @@ class Completions(PackagingTest):
         # fish offers the others behind those with the ending.
         self.assertLessEqual({head + "a b.net", head + "sub/"}, fish(f"tarn-cli train {head}"))
         self.assertIn('1:network file:_files -g "*.net"', zsh("train"))
+        self.assertEqual(bash(head, program="tarn"), offered)
+        self.assertLessEqual({head + "a b.net", head + "sub/"}, fish(f"tarn {head}"))
+        self.assertIn('1:network file:_files -g "*.net"', zsh(None, FOLDER / "_tarn"))
+
+    def test_offer_the_options_of_the_program_with_windows(self):
+        text = (PACKAGING / "man" / "tarn.1").read_text(encoding="utf-8").replace("\\-", "-")
+        options = set(re.findall(r"(?<![\w-])--?[a-z]+", text.partition("\n.SH OPTIONS\n")[2]
+                                 .partition("\n.SH ")[0]))
+        self.assertEqual(options, {"-h", "--help", "--verbose"})
+        self.assertEqual(bash("-", program="tarn"), options)
+        self.assertEqual(fish("tarn -") | fish("tarn --"), options)
+        self.assertEqual(zsh_options(None, FOLDER / "_tarn"), options)
 
 
 if __name__ == "__main__":

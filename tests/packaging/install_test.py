@@ -14,6 +14,7 @@ FILES = """
 bin/tarn
 bin/tarn-cli
 share/applications/tarn.desktop
+share/bash-completion/completions/tarn
 share/bash-completion/completions/tarn-cli
 share/doc/tarn/SECURITY.md
 share/doc/tarn/changelog.gz
@@ -26,6 +27,7 @@ share/doc/tarn/examples/iris/iris.txt
 share/doc/tarn/examples/surface/make_surface.py
 share/doc/tarn/examples/xor/xor.net
 share/fish/vendor_completions.d/tarn-cli.fish
+share/fish/vendor_completions.d/tarn.fish
 share/icons/hicolor/128x128/apps/tarn.png
 share/icons/hicolor/48x48/apps/tarn.png
 share/icons/hicolor/scalable/apps/tarn.svg
@@ -34,6 +36,7 @@ share/man/man1/tarn.1.gz
 share/metainfo/tarn.metainfo.xml
 share/mime/packages/tarn.xml
 share/tarn/TARN.HLP
+share/zsh/vendor-completions/_tarn
 share/zsh/vendor-completions/_tarn-cli
 """.split()
 
