@@ -8,6 +8,7 @@
 #include <wx/html/htmlwin.h>
 #include <wx/treectrl.h>
 #include <wx/uiaction.h>
+#include <wx/utils.h>
 
 #include "app/ui/help_window.h"
 #include "resources/controls.h"
@@ -250,6 +251,15 @@ TEST_F(HelpTest, IsReadBesideADialogThatIsModal) {
   OpenForTraining("iris.net", steps);
   ASSERT_NE(Help(), nullptr);
   EXPECT_EQ(Title(), "Training parameters");
+}
+
+TEST_F(HelpTest, StaysEnabledWhenADialogDisablesTheWindows) {
+  PutBook(m_folder.path());
+  ShowHelp(4);
+  ASSERT_NE(Help(), nullptr);
+  const wxWindowDisabler all;
+  EXPECT_FALSE(Help()->GetParent()->IsEnabled());
+  EXPECT_TRUE(Help()->IsEnabled());
 }
 
 // A message box that belonged to it would let the main window be used beneath it.

@@ -100,12 +100,12 @@ void HelpWindow::ShowTopic(HelpTopic topic) {
   wxString page = PageOf(book, topic);
   if (page.empty()) page = book.GetContentsArray()[0].page;
   m_controller.Display(page);
-  // A modal dialog that was opened since may have disabled it with the other windows.
-  Enable();
   if (IsIconized()) Iconize(false);
   Show();
   Raise();
 }
+
+bool HelpWindow::Enable(bool) { return false; }
 
 void HelpWindow::OnKey(wxKeyEvent& event) {
   if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers()) {

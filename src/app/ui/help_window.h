@@ -23,6 +23,9 @@ class HelpWindow : public wxFrame {
   // it has none of that number.
   void ShowTopic(HelpTopic topic);
 
+  // Stays enabled: a modal dialog that opens disables every window of the program.
+  bool Enable(bool enable) override;
+
   wxHtmlHelpController& controller() { return m_controller; }
 
  private:
