@@ -60,6 +60,7 @@ enum class HelpTopic : int {
   kTrainingData = 63,
   kTrainingParameters = 64,
   kTrainingSetup = 65,
+  kTrainingMenus = 67,
 };
 
 class Dialogs {

@@ -253,6 +253,29 @@ TEST_F(HelpTest, IsReadBesideADialogThatIsModal) {
   EXPECT_EQ(Title(), "Training parameters");
 }
 
+TEST_F(HelpTest, TellsOfTheMenusWhenOneIsOpen) {
+  PutBook(m_folder.path());
+  OpenForTraining("iris.net");
+  bool open = false;
+  const auto note = [&](wxMenuEvent& event) {
+    open = event.GetEventType() == wxEVT_MENU_OPEN;
+    event.Skip();
+  };
+  Frame().Bind(wxEVT_MENU_OPEN, note);
+  Frame().Bind(wxEVT_MENU_CLOSE, note);
+  WaitToPaint();
+  wxUIActionSimulator simulator;
+  simulator.MouseMove(Frame().GetScreenPosition() + wxPoint(20, 12));
+  simulator.MouseClick();
+  Until([&] { return open; });
+  WaitToPaint();
+  simulator.Char(WXK_F1);
+  Until([] { return Help() != nullptr; });
+  EXPECT_EQ(Title(), "Menus of the training window");
+  EXPECT_FALSE(open);
+  simulator.MouseMove(wxPoint(0, 0));
+}
+
 TEST_F(HelpTest, StaysEnabledWhenADialogDisablesTheWindows) {
   PutBook(m_folder.path());
   ShowHelp(4);

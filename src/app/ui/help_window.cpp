@@ -105,7 +105,9 @@ void HelpWindow::ShowTopic(HelpTopic topic) {
   Raise();
 }
 
-bool HelpWindow::Enable(bool) { return false; }
+bool HelpWindow::Enable(bool) {
+  return false;
+}
 
 void HelpWindow::OnKey(wxKeyEvent& event) {
   if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers()) {

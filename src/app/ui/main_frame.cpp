@@ -24,6 +24,7 @@
 #include "netgraph/messages.h"
 #include "resources/commands.h"
 #include "resources/controls.h"
+#include "setup/ui/native_settings.h"
 #include "setup/ui/rec_data_dlg.h"
 #include "setup/ui/trn_setup_dlg.h"
 
@@ -83,6 +84,7 @@ TMain::TMain(Session& session, Dialogs& dialogs, const ApplicationPaths& paths, 
   Bind(wxEVT_MENU, &TMain::OnMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, &TMain::OnClose, this);
   Bind(wxEVT_ICONIZE, &TMain::OnIconize, this);
+  Bind(wxEVT_HELP, &TMain::OnHelp, this);
   Bind(wxEVT_MENU_OPEN, &TMain::OnMenuOpen, this);
   Bind(wxEVT_MENU_CLOSE, &TMain::OnMenuClose, this);
   const std::array keys = {wxAcceleratorEntry(wxACCEL_CTRL, 'O', kOpenKey),
@@ -270,6 +272,7 @@ void TMain::ClearClient(const char* next, const char* menu) {
   wxMenuBar* old_menu = GetMenuBar();
   SetMenuBar(menu != nullptr ? wxXmlResource::Get()->LoadMenuBar(menu) : nullptr);
   delete old_menu;
+  if (menu != nullptr) SendHelpOfMenus(*this);
   wxStatusBar* old_status = GetStatusBar();
   SetStatusBar(nullptr);
   delete old_status;
@@ -277,6 +280,22 @@ void TMain::ClearClient(const char* next, const char* menu) {
 
 void TMain::ShareStatusBar(bool menu_open) {
   if (auto* bar = dynamic_cast<HintBar*>(GetStatusBar())) bar->GiveAllToHints(menu_open);
+}
+
+// Of an open menu; the help of the window itself is a command.
+void TMain::OnHelp(wxHelpEvent& event) {
+  if (m_open_menu == nullptr) {
+    event.Skip();
+    return;
+  }
+  CloseMenu(*m_open_menu);
+  CallAfter([this] {
+    if (m_training != nullptr) {
+      m_dialogs.ShowHelp(HelpTopic::kTrainingMenus);
+    } else {
+      ShowHelp();
+    }
+  });
 }
 
 void TMain::OnMenuOpen(wxMenuEvent& event) {

@@ -72,6 +72,7 @@ class TMain : public wxFrame {
   bool IsFree() const;
   void OnIdle(wxIdleEvent& event);
   void OnMenu(wxCommandEvent& event);
+  void OnHelp(wxHelpEvent& event);
   void OnMenuOpen(wxMenuEvent& event);
   void OnMenuClose(wxMenuEvent& event);
   bool DoClientCommand(int command);

@@ -2,7 +2,7 @@
 
 #ifdef __WXGTK__
 
-#include <wx/menu.h>
+#include <wx/event.h>
 
 // The library's headers need not be there where those of wxWidgets are.
 extern "C" {
@@ -15,6 +15,8 @@ void* gtk_window_group_new();
 void gtk_window_group_add_window(void* group, void* window);
 unsigned long g_signal_connect_data(void* object, const char* signal, void (*handler)(), void* data,
                                     void (*destroy)(), int flags);
+int gdk_event_get_keyval(const void* event, unsigned int* key);
+void gtk_menu_shell_cancel(_GtkWidget* menu);
 void* g_object_ref(void* object);
 void g_object_unref(void* object);
 }
@@ -38,6 +40,17 @@ void SendCommandsOf(const wxMenuBar& bar) {
                             reinterpret_cast<void (*)()>(SendCommand), item, nullptr, 0);
     }
   }
+}
+
+// True when the key needs no other answer.
+int OnKeyInMenu(void*, const void* event, void* data) {
+  constexpr unsigned int kF1 = 0xffbe;
+  unsigned int key = 0;
+  if (gdk_event_get_keyval(event, &key) == 0 || key != kF1) return 0;
+  auto* frame = static_cast<wxFrame*>(data);
+  wxHelpEvent help(wxEVT_HELP, frame->GetId(), wxDefaultPosition, wxHelpEvent::Origin_Keyboard);
+  help.SetEventObject(frame);
+  return frame->ProcessWindowEvent(help) ? 1 : 0;
 }
 
 }  // namespace
@@ -70,9 +83,23 @@ void UseBesideModalDialogs(wxFrame& frame) {
   if (frame.GetMenuBar() != nullptr) SendCommandsOf(*frame.GetMenuBar());
 }
 
+void SendHelpOfMenus(wxFrame& frame) {
+  const wxMenuBar& bar = *frame.GetMenuBar();
+  for (size_t place = 0; place < bar.GetMenuCount(); ++place) {
+    g_signal_connect_data(bar.GetMenu(place)->m_menu, "key-press-event",
+                          reinterpret_cast<void (*)()>(OnKeyInMenu), &frame, nullptr, 0);
+  }
+}
+
+void CloseMenu(const wxMenu& menu) {
+  gtk_menu_shell_cancel(menu.m_menu);
+}
+
 }  // namespace tarn
 
 #else
+
+#include <wx/msw/wrapwin.h>
 
 namespace tarn {
 
@@ -81,6 +108,10 @@ void ClearAtOnce(wxListBox& box) {
   box.Clear();
 }
 void UseBesideModalDialogs(wxFrame&) {}
+void SendHelpOfMenus(wxFrame&) {}
+void CloseMenu(const wxMenu&) {
+  EndMenu();
+}
 
 }  // namespace tarn
 

@@ -2,6 +2,7 @@
 
 #include <wx/frame.h>
 #include <wx/listbox.h>
+#include <wx/menu.h>
 
 // Settings of the system's windows that wxWidgets does not pass on. Nothing where none is needed.
 
@@ -18,5 +19,11 @@ void ClearAtOnce(wxListBox& box);
 // Lets a window be used, with the menu bar that it has, although a modal dialog that was there
 // before it is open.
 void UseBesideModalDialogs(wxFrame& frame);
+
+// Lets F1 in an open menu of the menu bar send the frame wxEVT_HELP.
+void SendHelpOfMenus(wxFrame& frame);
+
+// Closes a menu of a menu bar that is open.
+void CloseMenu(const wxMenu& menu);
 
 }  // namespace tarn
