@@ -104,8 +104,16 @@ size_t Count(std::string_view text, std::string_view part) {
   return count;
 }
 
+// Readers look for the limits as far as the end of the file, a copy ends where the section does.
+bool HasLimitsBehindTheirEnd(std::string_view text) {
+  const std::string_view behind = text.substr(std::min(text.size(), text.find("NORMALIZE:STOP")));
+  return behind.find("\nINPUT") != std::string_view::npos ||
+         behind.find("\nOUTPU") != std::string_view::npos;
+}
+
 // Whether each section stands there once and has its end: then a copy is the same as it is.
 bool HasPlainSections(std::string_view text) {
+  if (HasLimitsBehindTheirEnd(text)) return false;
   return std::ranges::all_of(std::array{"WEIGHTS:", "TESTPATTERNS:", "NORMALIZE:"},
                              [text](const std::string key) {
                                const size_t ends = Count(text, key + "STOP");
