@@ -170,7 +170,9 @@ TEST_F(InterruptedRuns, AreNotMadeOfOtherFiles) {
   const std::string start = "/tmp/Tarn" + EndedProcess();
   for (const char* store : {"/home/nets/precious", "../home/nets/precious", "", ".."}) {
     m_files.Put(m_note, "TARN RUN 1\0/home/nets/test.net\0"s + store + '\0');
-    for (const InterruptedRun& run : FindInterruptedRuns("/tmp")) EXPECT_EQ(run.store, "/tmp/..");
+    for (const InterruptedRun& run : FindInterruptedRuns("/tmp")) {
+      EXPECT_EQ(Slashes(run.store), "/tmp/..");
+    }
   }
   m_files.Remove(m_note);
   PutNote(start + "-note56.run", "", m_store);
@@ -203,7 +205,7 @@ TEST_F(InterruptedRuns, AreNotedInAFileOfTheirProcess) {
   ASSERT_EQ(runs.size(), 1U);
   EXPECT_TRUE(Slashes(runs[0].note).starts_with("/tmp/Tarn" + ProcessName() + "-"));
   EXPECT_EQ(runs[0].network, "/home/nets/test.net");
-  EXPECT_EQ(runs[0].store, m_store);
+  EXPECT_EQ(Slashes(runs[0].store), m_store);
   EXPECT_EQ(runs[0].older_snapshots, 7);
   note.Write("/home/nets/other.net", m_store, 8);
   ASSERT_EQ(FindInterruptedRuns("/tmp").size(), 1U) << "written anew";

@@ -176,6 +176,8 @@ TEST_F(LoadFaults, OfANewNetworkNeverOpenTheOldOne) {
   ForAllFaults(
       m_faulty, "new network",
       [&] {
+        // A setup that was read has made its own folder the current one.
+        m_files.EnterDirectory(kFolder);
         OpenSession();
         m_files.Put(path, old);
       },

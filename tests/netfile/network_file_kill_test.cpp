@@ -15,6 +15,12 @@ namespace tarn {
 namespace {
 
 constexpr int32_t kLongestWaitMicroseconds = 8000;
+// A kill ends a write that is under way on Linux; Windows lets it come to its end.
+#ifdef _WIN32
+constexpr bool kWritesAreCut = false;
+#else
+constexpr bool kWritesAreCut = true;
+#endif
 
 bool Loads(const std::string& path) {
   Network network;
@@ -98,7 +104,7 @@ TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
   int snapshots = 0;
   int torn = 0;
   // More, should none of them have struck within a snapshot.
-  for (int i = 0; i < kills || (torn == 0 && i < 50 * kills); ++i) {
+  for (int i = 0; i < kills || (kWritesAreCut && torn == 0 && i < 50 * kills); ++i) {
     SCOPED_TRACE(i);
     ASSERT_TRUE(CreateStore(store).ok());
     const int32_t wait = random.Next() % kLongestWaitMicroseconds;
@@ -129,7 +135,7 @@ TEST(NetworkFile, OfAStoreRestoresEveryEarlierSnapshotWhenTheProcessIsKilled) {
   TellKills(kStoreSnapshots, fmt::sprintf("%d kills, %d within a snapshot, %d whole snapshots",
                                           kills, torn, snapshots));
   EXPECT_GT(snapshots, 0);
-  EXPECT_GT(torn, 0);
+  EXPECT_TRUE(torn > 0 || !kWritesAreCut);
 }
 
 }  // namespace

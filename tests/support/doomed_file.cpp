@@ -59,9 +59,10 @@ KillFigures KillOver(const DoomedFile& file) {
   const int kills = ManyKills(file.percent_of_kills);
   const int longest_wait = LongestWait(file);
   WriteFile(file.path, before);
-  // More, should none of them have struck within a save.
+  // More, should none of them have struck within a save, or none behind one.
   const auto wanted = [&](int i) {
-    return i < kills || (figures.leftovers == 0 && i < kMostTries * kills);
+    const bool enough = figures.leftovers > 0 && figures.changes > 0;
+    return i < kills || (!enough && i < kMostTries * kills);
   };
   for (int i = 0; wanted(i) && !testing::Test::HasFatalFailure(); ++i) {
     SCOPED_TRACE(i);
