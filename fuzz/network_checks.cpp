@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fmt/printf.h>
+#include <map>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -111,9 +112,25 @@ bool HasLimitsBehindTheirEnd(std::string_view text) {
          behind.find("\nOUTPU") != std::string_view::npos;
 }
 
+// A copy of the one has lines of the other, then.
+bool HasSectionsWithinEachOther(std::string_view text) {
+  std::map<size_t, std::string_view> keys;
+  for (const std::string_view key : {"WEIGHTS:", "CONNECTIONS:", "TESTPATTERNS:", "NORMALIZE:"}) {
+    for (size_t at = text.find(key); at != std::string_view::npos; at = text.find(key, at + 1)) {
+      keys[at] = key;
+    }
+  }
+  std::string_view open;
+  for (const auto& [at, key] : keys) {
+    if (!open.empty() && key != open) return true;
+    open = text.substr(at + key.size()).starts_with("READ") ? key : std::string_view();
+  }
+  return false;
+}
+
 // Whether each section stands there once and has its end: then a copy is the same as it is.
 bool HasPlainSections(std::string_view text) {
-  if (HasLimitsBehindTheirEnd(text)) return false;
+  if (HasLimitsBehindTheirEnd(text) || HasSectionsWithinEachOther(text)) return false;
   return std::ranges::all_of(std::array{"WEIGHTS:", "TESTPATTERNS:", "NORMALIZE:"},
                              [text](const std::string key) {
                                const size_t ends = Count(text, key + "STOP");
