@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/command_line.h"
 #include "base/status.h"
 #include "cli/commands.h"
 #include "cli/console.h"

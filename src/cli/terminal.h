@@ -1,13 +1,8 @@
 #pragma once
 
 #include <cstdio>
-#include <string>
-#include <vector>
 
 namespace tarn {
-
-// The words of the command line after the program's name, in UTF-8.
-std::vector<std::string> CommandLineWords(int argc, char** argv);
 
 // Makes a terminal show UTF-8 for as long as it lives, where it has to be asked to. No file that is
 // opened behind it gets the number of a standard stream.

@@ -5,10 +5,6 @@
 
 namespace tarn {
 
-std::vector<std::string> CommandLineWords(int argc, char** argv) {
-  return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
-}
-
 // The first file to be opened would get the number of a stream that the caller has closed, and what
 // is printed would go into it. Nothing can be written to what takes the number here.
 TerminalTexts::TerminalTexts() {

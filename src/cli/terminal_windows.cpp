@@ -1,7 +1,6 @@
 #include <io.h>
 #include <windows.h>
 
-#include "base/wide_text.h"
 #include "cli/terminal.h"
 
 namespace tarn {
@@ -10,16 +9,6 @@ namespace {
 UINT code_page_before = 0;  // none without a console
 
 }  // namespace
-
-std::vector<std::string> CommandLineWords(int, char**) {
-  // The words of main have the system's code page, which is not UTF-8 before Windows 10.
-  std::vector<std::string> words;
-  int count = 0;
-  LPWSTR* wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  for (int i = 1; wide != nullptr && i < count; ++i) words.push_back(Narrow(wide[i]));
-  ::LocalFree(wide);
-  return words;
-}
 
 TerminalTexts::TerminalTexts() {
   code_page_before = ::GetConsoleOutputCP();

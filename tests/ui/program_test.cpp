@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -9,16 +10,32 @@
 namespace tarn {
 namespace {
 
+using testing::HasSubstr;
+using testing::StartsWith;
+
 constexpr int kTimedOut = 124;
+
+// The exit status of a line for the shell, with the program's folders in `folder`.
+int RunIn(const TempFolder& folder, const std::string& line) {
+  const std::string command = "cd " + folder.path() +
+                              " && export XDG_CONFIG_HOME=" + folder.path() +
+                              " TMPDIR=" + folder.path() + " && " + line;
+  const int status = std::system(command.c_str());
+  return WEXITSTATUS(status);
+}
 
 // Runs the program for four seconds; what it said.
 std::string RunProgram(const TempFolder& folder, const std::string& arguments) {
-  const std::string command = "cd " + folder.path() + " && XDG_CONFIG_HOME=" + folder.path() +
-                              " TMPDIR=" + folder.path() + " timeout 4 " + TARN_PROGRAM + " " +
-                              arguments + " > said 2>&1";
-  const int status = std::system(command.c_str());
-  EXPECT_EQ(WEXITSTATUS(status), kTimedOut) << "it ran on until it was told to end";
+  const int status =
+      RunIn(folder, std::string("timeout 4 ") + TARN_PROGRAM + " " + arguments + " > said 2>&1");
+  EXPECT_EQ(status, kTimedOut) << "it ran on until it was told to end";
   return ReadFile(folder / "said");
+}
+
+// Its exit status without a display; `said` and `complained` get what it wrote.
+int RunWithoutDisplay(const TempFolder& folder, const std::string& arguments) {
+  return RunIn(folder, std::string("env -u DISPLAY -u WAYLAND_DISPLAY ") + TARN_PROGRAM + " " +
+                           arguments + " > said 2> complained");
 }
 
 TEST(Program, StartsWithoutAWord) {
@@ -46,6 +63,39 @@ TEST(Program, OpensTheFileThatIsNamed) {
     std::filesystem::copy(std::string(TARN_SOURCE_DIR) + "/examples/xor" + file, folder.path());
   }
   EXPECT_EQ(RunProgram(folder, "xor.net"), "");
+}
+
+// It leaves tarn.cfg in the folder of the network that it opened.
+TEST(Program, OpensAFileOfAnyNameInTheLocaleC) {
+  const TempFolder folder;
+  std::filesystem::create_directory(folder / "nets");
+  const std::string name = "nets/\xC3\xBC 'n\".net";
+  std::filesystem::copy(std::string(TARN_SOURCE_DIR) + "/examples/xor/xor.net", folder / name);
+  const int status =
+      RunIn(folder, std::string("(LC_ALL=C ") + TARN_PROGRAM +
+                        " \"$(echo nets/*)\" > said 2>&1 & tarn=$!; " + TARN_SOURCE_DIR +
+                        "/tests/packaging/close_window Tarn 20 > title; wait $tarn)");
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(ReadFile(folder / "said"), "");
+  EXPECT_TRUE(std::filesystem::exists(folder / "nets/tarn.cfg")) << ReadFile(folder / "title");
+}
+
+TEST(Program, TellsHelpAndVersionWithoutADisplay) {
+  const TempFolder folder;
+  EXPECT_EQ(RunWithoutDisplay(folder, "--help"), 0);
+  EXPECT_THAT(ReadFile(folder / "said"), StartsWith("tarn [FILE]\n"));
+  EXPECT_EQ(RunWithoutDisplay(folder, "--version"), 0);
+  EXPECT_THAT(ReadFile(folder / "said"), StartsWith("tarn "));
+  EXPECT_EQ(ReadFile(folder / "complained"), "");
+}
+
+TEST(Program, RefusesWrongWordsAndAMissingDisplay) {
+  const TempFolder folder;
+  EXPECT_EQ(RunWithoutDisplay(folder, "a.net b.net"), 2);
+  EXPECT_EQ(ReadFile(folder / "said"), "");
+  EXPECT_THAT(ReadFile(folder / "complained"), StartsWith("tarn: 'a.net' and 'b.net'"));
+  EXPECT_EQ(RunWithoutDisplay(folder, ""), 1);
+  EXPECT_THAT(ReadFile(folder / "complained"), HasSubstr("DISPLAY"));
 }
 
 }  // namespace

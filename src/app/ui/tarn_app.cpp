@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 #include <new>
-#include <wx/cmdline.h>
+#include <utility>
 #include <wx/image.h>
 #include <wx/xrc/xmlres.h>
 
@@ -26,7 +26,7 @@ void PrepareWindows() {
   InitTarnResources();
 }
 
-TTarnApp::TTarnApp() {
+TTarnApp::TTarnApp(std::string file) : m_file(std::move(file)) {
   Bind(wxEVT_QUERY_END_SESSION, &TTarnApp::OnSessionEnd, this);
   Bind(wxEVT_END_SESSION, &TTarnApp::OnSessionEnd, this);
 }
@@ -34,7 +34,6 @@ TTarnApp::TTarnApp() {
 bool TTarnApp::OnInit() {
   SetAppName("tarn");
   SetAppDisplayName("Tarn");
-  if (!wxApp::OnInit()) return false;
   m_reserve = std::make_unique<char[]>(kReserveBytes);
   PrepareWindows();
   const std::vector<InterruptedRun> interrupted = ClearTemporaryFolder(TemporaryFolder());
@@ -56,16 +55,6 @@ int TTarnApp::OnExit() {
   m_dialogs.reset();
   m_session.reset();
   return wxApp::OnExit();
-}
-
-void TTarnApp::OnInitCmdLine(wxCmdLineParser& parser) {
-  wxApp::OnInitCmdLine(parser);
-  parser.AddParam("network file", wxCMD_LINE_VAL_STRING, wxCMD_LINE_PARAM_OPTIONAL);
-}
-
-bool TTarnApp::OnCmdLineParsed(wxCmdLineParser& parser) {
-  if (parser.GetParamCount() > 0) m_file = Utf8(parser.GetParam(0));
-  return wxApp::OnCmdLineParsed(parser);
 }
 
 void TTarnApp::CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,

@@ -18,11 +18,10 @@ void PrepareWindows();
 // The application object.
 class TTarnApp : public wxApp {
  public:
-  TTarnApp();
+  // `file` is opened at the start unless it is empty.
+  explicit TTarnApp(std::string file = {});
   bool OnInit() override;
   int OnExit() override;
-  void OnInitCmdLine(wxCmdLineParser& parser) override;
-  bool OnCmdLineParsed(wxCmdLineParser& parser) override;
 
   // Memory can run out in any event; the program is ended in order then.
   void CallEventHandler(wxEvtHandler* handler, wxEventFunctor& functor,
@@ -42,7 +41,7 @@ class TTarnApp : public wxApp {
   std::unique_ptr<ApplicationPaths> m_paths;
   std::unique_ptr<Session> m_session;
   std::unique_ptr<WindowDialogs> m_dialogs;
-  std::string m_file;                 // named on the command line
+  std::string m_file;                 // to be opened when the window is there
   std::unique_ptr<char[]> m_reserve;  // given back when memory runs out, for the messages
 };
 
