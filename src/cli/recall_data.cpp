@@ -15,7 +15,8 @@ CLI::Option* AddRecallDataOptions(CLI::App& command, RecallData& data) {
       ->capture_default_str()
       ->needs(inputs);
   CLI::Option* targets =
-      add("--targets", data.targets, "Text file with targets to compare with", "FILE");
+      add("--targets", data.targets,
+          "Text file with targets, for all that compares outputs with them", "FILE");
   targets->needs(inputs);
   add("--targets-column", data.targets_column,
       "Column of the first target value, from 1; needed with --targets", "N")

@@ -1,5 +1,8 @@
+#include <cstdint>
 #include <memory>
+#include <string_view>
 
+#include "base/text_numbers.h"
 #include "cli/commands.h"
 #include "cli/common.h"
 #include "netfile/autosave_store.h"
@@ -12,6 +15,13 @@ struct RestoreArguments {
   std::string iteration;
   std::string path;
 };
+
+std::string RefuseOtherThanWholeNumbers(const std::string& text) {
+  std::string_view rest = text;
+  int32_t number = 0;
+  if (ScanInt(rest, number) && rest.empty()) return "";
+  return "'" + text + "' is no whole number";
+}
 
 ExitStatus RunRestore(RestoreArguments& arguments) {
   CompletePaths({&arguments.store, &arguments.path});
@@ -30,7 +40,8 @@ void AddRestoreCommand(CLI::App& program, ExitStatus& exit_status) {
   command.add_option("STORE", arguments->store, "The AutoSave store")->required()->type_name("");
   command.add_option("ITERATION", arguments->iteration, "The iteration of the snapshot")
       ->required()
-      ->type_name("");
+      ->type_name("")
+      ->check(CLI::Validator(&RefuseOtherThanWholeNumbers, ""));
   AddNetworkArgument(command, arguments->path);
   command.footer(
       "A store is kept by 'train --autosave'. Example:\n"

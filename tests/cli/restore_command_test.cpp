@@ -51,11 +51,21 @@ TEST_F(RestoreCommand, MatchesAnIterationByItsBeginning) {
 
 TEST_F(RestoreCommand, LeavesTheDestinationWhenThereIsNoSuchSnapshot) {
   Write("mine.net", "mine");
-  for (const char* iteration : {"7", "0", "-5", "x", ""}) {
+  for (const char* iteration : {"7", "0", "-5"}) {
     ExpectFailure({"restore", "a.store", iteration, "mine.net"}, "File Not Saved");
     EXPECT_EQ(Read("mine.net"), "mine");
     ExpectFailure({"restore", "a.store", iteration, "none.net"}, "File Not Saved");
     EXPECT_FALSE(Exists("none.net"));
+  }
+}
+
+TEST_F(RestoreCommand, TakesAWholeNumberAlone) {
+  for (const char* iteration : {"x", "5x", "5.5", ""}) {
+    const RunResult result = Run({"restore", "a.store", iteration, "a.net"});
+    EXPECT_EQ(result.status, 2) << iteration;
+    EXPECT_EQ(result.err, std::string("tarn-cli: ITERATION: '") + iteration +
+                              "' is no whole number; see 'tarn-cli restore --help'\n");
+    EXPECT_FALSE(Exists("a.net"));
   }
 }
 
