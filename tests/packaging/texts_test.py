@@ -61,7 +61,17 @@ class Texts(PackagingTest):
         text = self.passes(*self.made("copyright"))
         self.assertIn("\nCopyright: 2026 Tarn contributors\nLicense: Expat\n Permission", text)
         words = (ROOT / "LICENSE").read_text(encoding="utf-8").partition("contributors")[2].split()
-        self.assertEqual(text.partition("Expat\n")[2].replace("\n .\n", "\n").split(), words)
+        license, _, others = text.partition("Expat\n")[2].partition("\n\n")
+        self.assertEqual(license.replace("\n .\n", "\n").split(), words)
+        self.assertEqual(re.findall("^License: (.+)$", others, re.MULTILINE),
+                         ["BSD-3-clause", "Apache-2.0"])
+
+    def test_copyright_names_the_libraries_that_are_compiled_in(self):
+        head = self.passes(*self.made("copyright")).partition("\n\n")[0]
+        sources = [path.read_text(encoding="utf-8") for path in (ROOT / "src").rglob("*.[ch]*")]
+        for name, include in (("CLI11", "#include <CLI/"), ("Highway", "#include <hwy/")):
+            self.assertTrue(any(include in text for text in sources), name)
+            self.assertIn(f"\n {name}, under the license", head)
 
     def test_of_this_tree_hold_its_changes(self):
         changes = re.findall(r"^- (.+)$", (ROOT / "CHANGELOG.md").read_text(encoding="utf-8"),
