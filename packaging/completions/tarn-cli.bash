@@ -1,12 +1,37 @@
 # shellcheck shell=bash
 # Completion of tarn-cli for bash. Needs nothing but bash itself.
 
+# Sets `words` to the words up to the cursor as the shell reads them; COMP_WORDS is cut at "=" and
+# ":" too. Sets `kept` to the part of the last one that stays in front of what is completed.
+_tarn_cli_join() {
+  local rest=${COMP_LINE:0:COMP_POINT} piece blanks
+  local -i i
+  for ((i = 0; i <= COMP_CWORD; ++i)); do
+    piece=${COMP_WORDS[i]}
+    blanks=${rest%%[![:space:]]*}
+    rest=${rest#"$blanks"}
+    if ((i == COMP_CWORD)); then piece=$rest; fi
+    if [[ -n "$blanks" || $i == 0 ]]; then
+      kept=''
+      words+=("$piece")
+    else
+      kept=${words[-1]}
+      words[-1]+=$piece
+    fi
+    rest=${rest#"$piece"}
+  done
+  if [[ "$piece" != *[!"$COMP_WORDBREAKS"]* ]]; then kept=${words[-1]}; fi
+  kept=${kept%@}  # which bash takes to what it completes
+}
+
 # _tarn_cli_files PATTERN...: the files that one of the patterns fits, and all folders.
 _tarn_cli_files() {
   local pattern
   local -a found
   compopt -o filenames 2> /dev/null
   mapfile -t COMPREPLY < <(compgen -d -- "$cur")
+  # Behind a kept beginning of a name, bash cannot tell that it is a folder's.
+  if [[ "$kept" != "$head" ]]; then COMPREPLY=("${COMPREPLY[@]/%//}"); fi
   for pattern in "$@"; do
     # Folders have been found already.
     mapfile -t found < <(
@@ -16,6 +41,7 @@ _tarn_cli_files() {
     )
     COMPREPLY+=("${found[@]}")
   done
+  if [[ "${COMPREPLY[*]}" == */ ]]; then compopt -o nospace 2> /dev/null; fi
 }
 
 _tarn_cli_words() {
@@ -29,7 +55,16 @@ _tarn_cli_list() {
   mapfile -t COMPREPLY < <(compgen -P "$head" -W "$1" -- "${cur##*,}")
 }
 
-# Completes the value of the option $1; fails when it takes none.
+# Whether the word $1 is an option whose value is the next word.
+_tarn_cli_takes_value() {
+  case $1 in
+    -h | --help | --version | --force | --no-save | --quiet | -- | --*=* | -o?*) return 1 ;;
+    -*) ;;
+    *) return 1 ;;
+  esac
+}
+
+# Completes the value of the option $1: of most it is a number or a text.
 _tarn_cli_value() {
   case $1 in
     --transfer) _tarn_cli_list 'sigmoid gaussian tanh sech' ;;
@@ -44,13 +79,6 @@ _tarn_cli_value() {
         *) _tarn_cli_files '*.net' ;;
       esac
       ;;
-    --name | --layers | --inputs-column | --targets-column | --test-patterns | --eta | --eta-min | \
-      --eta-max | --momentum | --fast-prop | --tolerance | --patterns-per-update | --iterations | \
-      --lrc-start | --autosave-rate | --update-rate | --seed | --upper | --lower | --node | \
-      --first-input | --second-input | --width | --height)
-      COMPREPLY=()
-      ;;
-    *) return 1 ;;
   esac
 }
 
@@ -83,46 +111,45 @@ _tarn_cli_options() {
 # The argument of the given number, from 0, that is no option.
 _tarn_cli_argument() {
   case $command:$1 in
-    report:0) _tarn_cli_words 'information weights outputs statistics tolerance threshold divergence' ;;
+    report:0)
+      _tarn_cli_words 'information weights outputs statistics tolerance threshold divergence'
+      ;;
     plot:0)
       _tarn_cli_words 'rms test-rms learn-rate correlation test-correlation tolerance
         test-tolerance scatter outputs error inputs interrogator hidden contour'
       ;;
     restore:0) _tarn_cli_files '*' ;;
-    restore:1) COMPREPLY=() ;;
     new:0 | set:0 | train:0 | recall:0 | report:1 | plot:1 | restore:2) _tarn_cli_files '*.net' ;;
-    *) COMPREPLY=() ;;
   esac
 }
 
 _tarn_cli() {
-  local cur=${COMP_WORDS[COMP_CWORD]} command='' option='' word
-  local -i arguments=0 i
+  local cur command='' option='' head='' kept='' word
+  local -i arguments=0
   local -a words=()
   COMPREPLY=()
-  # An option with "=" is three words here.
-  for ((i = 1; i < COMP_CWORD; ++i)); do
-    word=${COMP_WORDS[i]}
-    if [[ "$word" == '=' ]]; then continue; fi
-    words+=("$word")
-  done
-  if [[ "$cur" == '=' ]]; then cur=''; fi
-  local -i count=${#words[@]}
-  for ((i = 0; i < count; ++i)); do
-    word=${words[i]}
-    if [[ "$word" == -* ]]; then
-      if ! _tarn_cli_value "$word"; then continue; fi
-      if ((i + 1 == count)); then
-        option=$word
-      fi
-      i+=1
+  _tarn_cli_join
+  for word in "${words[@]:1:${#words[@]}-2}"; do
+    if [[ -n "$option" ]]; then
+      option=''
+    elif _tarn_cli_takes_value "$word"; then
+      option=$word
+    elif [[ "$word" == -* ]]; then
+      continue
     elif [[ -z "$command" ]]; then
       command=$word
     else
       arguments+=1
     fi
   done
-  COMPREPLY=()
+  cur=${words[-1]}
+  if [[ -z "$option" && "$cur" == --*=* ]]; then
+    option=${cur%%=*}
+    head=$option=
+    cur=${cur#*=}
+    # The shell itself leaves "~" as it is in such a word.
+    if [[ "$head" == "$kept"* ]]; then cur=${cur/#\~\//$HOME/}; fi
+  fi
   if [[ -n "$option" ]]; then
     _tarn_cli_value "$option"
   elif [[ "$cur" == -* ]]; then
@@ -132,6 +159,8 @@ _tarn_cli() {
   else
     _tarn_cli_argument "$arguments"
   fi
+  COMPREPLY=("${COMPREPLY[@]/#/$head}")
+  COMPREPLY=("${COMPREPLY[@]#"$kept"}")
 }
 
 complete -F _tarn_cli tarn-cli

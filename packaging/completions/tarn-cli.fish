@@ -1,25 +1,34 @@
 # Completion of tarn-cli for fish.
 
-# The command that has been typed, as the only output.
-function __tarn_cli_command
+# The words typed that are neither options nor values of options: the command first.
+function __tarn_cli_arguments
+    set -l is_value false
     for word in (commandline -opc)[2..]
-        switch $word
-            case new set train recall report plot restore
-                echo $word
-                return
+        if $is_value
+            set is_value false
+        else if not string match -q -- '-*' $word
+            printf '%s\n' $word
+        else if not string match -qr -- '^(-h|--help|--version|--force|--no-save|--quiet|--|--.+=.*|-o.+)$' $word
+            set is_value true
         end
     end
 end
 
 # __tarn_cli_is COMMAND...: the command typed is one of these.
 function __tarn_cli_is
-    contains -- (__tarn_cli_command) $argv
+    set -l arguments (__tarn_cli_arguments)
+    contains -- "$arguments[1]" $argv
 end
 
-# __tarn_cli_first: the word is the first behind the command that is no option.
-function __tarn_cli_first
-    set -l words (commandline -opc)
-    string match -qr -- '^(report|plot)$' $words[-1]
+# No command has been typed.
+function __tarn_cli_none
+    not __tarn_cli_arguments | string length -q
+end
+
+# __tarn_cli_at NUMBER COMMAND...: the word is the argument of this number, from 1, of one of these.
+function __tarn_cli_at
+    set -l arguments (__tarn_cli_arguments)
+    test (count $arguments) = $argv[1]; and contains -- "$arguments[1]" $argv[2..]
 end
 
 # The lists of one transfer function for each layer.
@@ -30,20 +39,20 @@ end
 
 complete -c tarn-cli -f
 complete -c tarn-cli -s h -l help -d 'Print the help and end'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -l version -d 'Print the version and end'
+complete -c tarn-cli -n __tarn_cli_none -l version -d 'Print the version and end'
 
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a new -d 'Make a new network file'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a set -d 'Change a network file'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a train -d 'Train a network'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a recall -d 'Run new data through a network'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a report -d 'Print a report on a network'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a plot -d 'Draw a graph of a network'
-complete -c tarn-cli -n 'not __tarn_cli_command | string length -q' -a restore -d 'Take back a snapshot'
+complete -c tarn-cli -n __tarn_cli_none -a new -d 'Make a new network file'
+complete -c tarn-cli -n __tarn_cli_none -a set -d 'Change a network file'
+complete -c tarn-cli -n __tarn_cli_none -a train -d 'Train a network'
+complete -c tarn-cli -n __tarn_cli_none -a recall -d 'Run new data through a network'
+complete -c tarn-cli -n __tarn_cli_none -a report -d 'Print a report on a network'
+complete -c tarn-cli -n __tarn_cli_none -a plot -d 'Draw a graph of a network'
+complete -c tarn-cli -n __tarn_cli_none -a restore -d 'Take back a snapshot'
 
-complete -c tarn-cli -n '__tarn_cli_is report; and __tarn_cli_first' -a 'information weights outputs statistics tolerance threshold divergence'
-complete -c tarn-cli -n '__tarn_cli_is plot; and __tarn_cli_first' -a 'rms test-rms learn-rate correlation test-correlation tolerance test-tolerance scatter outputs error inputs interrogator hidden contour'
-complete -c tarn-cli -n '__tarn_cli_is new set train recall; or begin; __tarn_cli_is report plot; and not __tarn_cli_first; end' -a '(__fish_complete_suffix .net)'
-complete -c tarn-cli -n '__tarn_cli_is restore' -F
+complete -c tarn-cli -n '__tarn_cli_at 1 report' -a 'information weights outputs statistics tolerance threshold divergence'
+complete -c tarn-cli -n '__tarn_cli_at 1 plot' -a 'rms test-rms learn-rate correlation test-correlation tolerance test-tolerance scatter outputs error inputs interrogator hidden contour'
+complete -c tarn-cli -n '__tarn_cli_at 1 restore' -F
+complete -c tarn-cli -n '__tarn_cli_at 1 new set train recall; or __tarn_cli_at 2 report plot; or __tarn_cli_at 3 restore' -k -a '(__fish_complete_suffix .net)'
 
 complete -c tarn-cli -n '__tarn_cli_is new' -l force -d 'Replace the file when it exists'
 complete -c tarn-cli -n '__tarn_cli_is set' -s o -l output -r -F -d 'Write to this file'

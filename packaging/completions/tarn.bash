@@ -4,7 +4,7 @@
 _tarn() {
   local cur=${COMP_WORDS[COMP_CWORD]} file
   if [[ "$cur" == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W '-h --help --verbose' -- "$cur")
+    mapfile -t COMPREPLY < <(compgen -W '-h --help --version' -- "$cur")
     return
   fi
   compopt -o filenames 2> /dev/null

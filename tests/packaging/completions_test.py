@@ -1,22 +1,28 @@
 """The completions of the three shells offer exactly the options and words that there are."""
 
+import os
+import pathlib
+import pty
 import re
+import select
+import tempfile
+import time
 import unittest
 
-from support import COMMANDS, PACKAGING, PackagingTest, program_kinds, program_options
-from support import program_words, run
+from support import COMMANDS, PACKAGING, TARN, PackagingTest, listed_options, program_kinds
+from support import program_options, program_words, run
 
 FOLDER = PACKAGING / "completions"
 
-# What bash would do for the words given: the last of them is the one that is completed.
-BASH = """
-source "$0"
-compopt() { :; }
-COMP_WORDS=("$@")
-COMP_CWORD=$(($# - 1))
-"_${1//-/_}"
-printf '%s\\n' "${COMPREPLY[@]}"
+# What bash offers goes to a file, and the line to another with Ctrl-T.
+BASH = r"""
+source "$SCRIPT"
+offer() { "_${1//-/_}"; printf '%s\n' "${COMPREPLY[@]}" > "$MADE/offers"; }
+complete -F offer tarn tarn-cli
+bind -x '"\C-t": printf "%s" "$READLINE_LINE" > "$MADE/new"; mv "$MADE/new" "$MADE/line"'
+PS1='ready '
 """
+SECONDS = 60
 
 # The entries that the functions of zsh are given, which make of them what it offers.
 ZSH = """
@@ -34,14 +40,50 @@ source $1
 """
 
 
-def bash(*words, program="tarn-cli", script=None):
-    _, text = run("bash", "-c", BASH, script or FOLDER / f"{program}.bash", program, *words)
-    return set(text.split())
+def read_until(terminal, done):
+    """What a program writes to its terminal, until `done` of it."""
+    seen = b""
+    end = time.monotonic() + SECONDS
+    while not done(seen):
+        if time.monotonic() > end:
+            raise TimeoutError(seen)
+        if select.select([terminal], [], [], 0.01)[0]:
+            seen += os.read(terminal, 4096)
 
 
-def fish(line, script=None):
+def type_in_bash(line, script=None, folder="/"):
+    """What bash offers for a line that ends with Tab, and what becomes of the line."""
+    script = script or FOLDER / f"{line.split()[0]}.bash"
+    with tempfile.TemporaryDirectory() as name:
+        made = pathlib.Path(name)
+        (made / "rc").write_text(BASH, encoding="utf-8")
+        process, terminal = pty.fork()
+        if process == 0:
+            os.chdir(folder)
+            os.execvpe("bash", ["bash", "--noprofile", "--rcfile", made / "rc", "-i"],
+                       {**os.environ, "LC_ALL": "C.UTF-8", "TERM": "dumb", "INPUTRC": "/dev/null",
+                        "HOME": str(folder), "HISTFILE": "", "SCRIPT": str(script), "MADE": name})
+        read_until(terminal, lambda seen: seen.endswith(b"ready "))
+        os.write(terminal, f"{line}\t\x14".encode())
+        read_until(terminal, lambda seen: (made / "line").exists())
+        os.close(terminal)
+        os.waitpid(process, 0)
+        offers = (made / "offers").read_text(encoding="utf-8").splitlines()
+        return set(offers) - {""}, (made / "line").read_text(encoding="utf-8")
+
+
+def bash(line, **where):
+    return type_in_bash(line, **where)[0]
+
+
+def bash_line(line, **where):
+    return type_in_bash(line, **where)[1]
+
+
+def fish(line, script=None, folder="/"):
     script = script or FOLDER / f"{line.split()[0]}.fish"
-    _, text = run("fish", "--no-config", "-c", f"source {script}; complete -C '{line}'")
+    _, text = run("fish", "--no-config", "-c", f"source {script}; complete -C '{line}'",
+                  folder=folder)
     return {offer.partition("\t")[0] for offer in text.splitlines()}
 
 
@@ -65,13 +107,17 @@ def zsh_words(command, option):
 
 
 def bash_options(command, **script):
-    return bash(*([command] if command else []), "-", **script)
+    return bash(f"tarn-cli {command} -" if command else "tarn-cli -", **script)
 
 
 def fish_options(command, **script):
     line = f"tarn-cli {command} -" if command else "tarn-cli -"
     # Long ones are offered behind two dashes where there are short ones too.
     return fish(line, **script) | fish(line + "-", **script)
+
+
+def words_of_options(text):
+    return set(re.findall(r"(?<![\w-])--?[a-z]+", text))
 
 
 class Completions(PackagingTest):
@@ -97,7 +143,7 @@ class Completions(PackagingTest):
 
     def test_do_not_when_one_is_missing(self):
         wanted = program_options("train")
-        for offered, name, old in ((bash_options, "tarn-cli.bash", "--quiet"),
+        for offered, name, old in ((bash_options, "tarn-cli.bash", "--autosave --quiet"),
                                    (zsh_options, "_tarn-cli", "'--quiet["),
                                    (fish_options, "tarn-cli.fish", "-l quiet")):
             with self.subTest(name):
@@ -106,7 +152,7 @@ class Completions(PackagingTest):
                                  {"--quiet", "--silent"})
 
     def test_offer_every_command(self):
-        self.assertEqual(bash(""), set(COMMANDS))
+        self.assertEqual(bash("tarn-cli "), set(COMMANDS))
         self.assertEqual(fish("tarn-cli "), set(COMMANDS))
         _, text = run("zsh", "-f", "-c", ZSH + "_tarn_cli_command", "zsh", FOLDER / "_tarn-cli", "")
         self.assertEqual(set(re.findall(r"^command (\w+):", text, re.MULTILINE)), set(COMMANDS))
@@ -114,51 +160,110 @@ class Completions(PackagingTest):
     def test_offer_every_kind(self):
         for command in ("report", "plot"):
             kinds = program_kinds(command)
-            self.assertEqual(bash(command, ""), kinds)
-            self.assertEqual(fish(f"tarn-cli {command} "), kinds)
+            for offers in (bash, fish):
+                self.assertEqual(offers(f"tarn-cli {command} "), kinds)
             self.assertEqual(zsh_words(command, "1:kind"), kinds)
+        for offers in (bash, fish):
+            self.assertEqual(offers("tarn-cli report --seed 1 st"), {"statistics"})
 
     def test_offer_the_words_that_options_take(self):
         for option in ("--test-method", "--normalize-inputs", "--normalize-targets"):
             words = program_words(option)
-            self.assertEqual(bash("new", option, ""), words)
-            self.assertEqual(bash("new", option, "=", ""), words)
+            joined = {f"{option}={word}" for word in words}
+            self.assertEqual(bash(f"tarn-cli new {option} "), words)
+            self.assertEqual(bash(f"tarn-cli new {option}="), words)
             self.assertEqual(fish(f"tarn-cli new {option} "), words)
+            self.assertEqual(fish(f"tarn-cli new {option}="), joined)
             self.assertEqual(zsh_words("new", option + "="), words)
 
     def test_offer_transfer_functions_as_a_list(self):
         words = program_words("--transfer")
-        self.assertEqual(bash("set", "--transfer", ""), words)
-        self.assertEqual(bash("set", "--transfer", "tanh,si"), {"tanh,sigmoid"})
-        self.assertEqual(fish("tarn-cli set --transfer "), words)
-        self.assertEqual(fish("tarn-cli set --transfer tanh,si"), {"tanh,sigmoid"})
+        for offers in (bash, fish):
+            self.assertEqual(offers("tarn-cli set --transfer "), words)
+            self.assertEqual(offers("tarn-cli set --transfer tanh,si"), {"tanh,sigmoid"})
         line = next(line for line in zsh("set") if line.startswith("--transfer"))
         self.assertEqual(set(line.partition("compadd - ")[2].split()), words)
 
-    def test_offer_network_files_and_folders(self):
-        (self.folder / "sub").mkdir()
-        for name in ("a b.net", "other.txt", "graph.svg", "numbers.csv"):
+    def make_files(self, *names):
+        for name in names:
+            (self.folder / name).parent.mkdir(exist_ok=True)
             (self.folder / name).touch()
-        head = f"{self.folder}/"
-        offered = bash("train", head)
-        self.assertEqual(offered, {head + "a", "b.net", head + "sub"})
-        self.assertEqual(bash("plot", "rms", head), offered)
-        self.assertEqual(bash("plot", "rms", "x.net", "-o", head),
-                         {head + "graph.svg", head + "numbers.csv", head + "sub"})
-        self.assertIn(head + "other.txt", bash("recall", "--inputs", head))
-        # fish offers the others behind those with the ending.
-        self.assertLessEqual({head + "a b.net", head + "sub/"}, fish(f"tarn-cli train {head}"))
+
+    def test_offer_network_files_and_folders(self):
+        self.make_files("a b.net", "other.txt", "graph.svg", "numbers.csv", "sub/x")
+        here = {"folder": self.folder}
+        for line in ("tarn ", "tarn-cli train ", "tarn-cli plot rms ",
+                     "tarn-cli restore x.store 5 "):
+            self.assertEqual(bash(line, **here), {"a b.net", "sub"})
+            # fish offers the others behind those with the ending.
+            self.assertLessEqual({"a b.net", "sub/"}, fish(line, **here))
+        self.assertEqual(bash("tarn-cli plot rms x.net -o ", **here),
+                         {"graph.svg", "numbers.csv", "sub"})
+        for line in ("tarn-cli recall --inputs ", "tarn-cli restore "):
+            self.assertIn("other.txt", bash(line, **here))
+            self.assertIn("other.txt", fish(line, **here))
         self.assertIn('1:network file:_files -g "*.net"', zsh("train"))
-        self.assertEqual(bash(head, program="tarn"), offered)
-        self.assertLessEqual({head + "a b.net", head + "sub/"}, fish(f"tarn {head}"))
         self.assertIn('1:network file:_files -g "*.net"', zsh(None, FOLDER / "_tarn"))
+
+    def test_count_the_arguments_behind_options(self):
+        self.make_files("a.net", "sub/x")
+        for offers in (bash, fish):
+            for command in COMMANDS:
+                options = listed_options(command)
+                spaced = [f"{option} 1" if value else option for option, value in options.items()]
+                joined = [f"{option}=1" for option, value in options.items()
+                          if value and option.startswith("--")]
+                first = offers(f"tarn-cli {command} ", folder=self.folder)
+                for words in (spaced, joined):
+                    line = " ".join(["tarn-cli", command, *words, ""])
+                    with self.subTest(f"{offers.__name__} {line}"):
+                        self.assertEqual(offers(line, folder=self.folder), first)
+
+    def test_offer_nothing_where_no_file_and_no_word_stands(self):
+        self.make_files("a.net", "sub/x")
+        for line in ("tarn-cli restore x.store ", "tarn-cli restore x.store 5 a.net ",
+                     "tarn-cli train a.net ", "tarn-cli report weights a.net ",
+                     "tarn-cli report --seed ", "tarn-cli nonsense "):
+            for offers in (bash, fish):
+                with self.subTest(f"{offers.__name__} {line}"):
+                    self.assertEqual(offers(line, folder=self.folder), set())
+
+    def test_complete_lines_of_bash(self):
+        self.make_files("k=v.net", "col:umn.net", "a b.net", "at@x.net", "iris.txt", "q=r/in.net",
+                        "outputs/x")
+        for words, begun, completed in (
+                # A kind is no folder, though there is one of its name.
+                ("plot --inputs iris.txt", "outp", "outputs "),
+                ("plot --inputs iris.txt rms", "outp", "outputs/"),
+                ("recall", "--inputs=~/ir", f"--inputs={self.folder}/iris.txt "),
+                ("recall --inputs", "~/ir", "~/iris.txt "),
+                ("recall", "--inputs=ir", "--inputs=iris.txt "),
+                ("recall", "--inputs=k=", "--inputs=k=v.net "),
+                ("recall --inputs", "k=", "k=v.net "),
+                ("train", "k", "k\\=v.net "),
+                ("train", "k=", "k=v.net "),
+                ("train", "k=v", "k=v.net "),
+                ("train", '"k=', '"k=v.net" '),
+                ("train", "q=", "q=r/"),
+                ("train", "q=r/", "q=r/in.net "),
+                ("train", "col:", "col:umn.net "),
+                ("train", "col:u", "col:umn.net "),
+                ("train", "at@", "at\\@x.net "),
+                ("train", "a\\ ", "a\\ b.net "),
+                ("restore k=v 5", "k=", "k=v.net "),
+                ("report --seed=1", "sta", "statistics "),
+                ("new", "--normalize-inputs=of", "--normalize-inputs=off ")):
+            with self.subTest(f"{words} {begun}"):
+                self.assertEqual(bash_line(f"tarn-cli {words} {begun}", folder=self.folder),
+                                 f"tarn-cli {words} {completed}")
 
     def test_offer_the_options_of_the_program_with_windows(self):
         text = (PACKAGING / "man" / "tarn.1").read_text(encoding="utf-8").replace("\\-", "-")
-        options = set(re.findall(r"(?<![\w-])--?[a-z]+", text.partition("\n.SH OPTIONS\n")[2]
-                                 .partition("\n.SH ")[0]))
-        self.assertEqual(options, {"-h", "--help", "--verbose"})
-        self.assertEqual(bash("-", program="tarn"), options)
+        options = words_of_options(text.partition("\n.SH OPTIONS\n")[2].partition("\n.SH ")[0])
+        status, usage = run(TARN, "--help")
+        self.assertEqual(status, 0, usage)
+        self.assertEqual(options, words_of_options(usage))
+        self.assertEqual(bash("tarn -"), options)
         self.assertEqual(fish("tarn -") | fish("tarn --"), options)
         self.assertEqual(zsh_options(None, FOLDER / "_tarn"), options)
 

@@ -1,7 +1,9 @@
 """The desktop is told about the program and its files in forms that it accepts."""
 
+import re
 import shutil
 import unittest
+import zlib
 
 from support import MADE, PACKAGING, ROOT, PackagingTest, run
 
@@ -81,7 +83,46 @@ class Metainfo(PackagingTest):
             METAINFO, "<category>Science<", "<category>Sciences<"))
 
 
+def png_pixels(data):
+    """The pixels of a PNG of 8 bits for each of red, green, blue and, in some, opacity."""
+    header, packed, at = None, b"", 8
+    while at < len(data):
+        length, kind = int.from_bytes(data[at:at + 4], "big"), data[at + 4:at + 8]
+        content = data[at + 8:at + 8 + length]
+        header = content if kind == b"IHDR" else header
+        packed += content if kind == b"IDAT" else b""
+        at += 12 + length
+    size = {bytes([8, 2, 0, 0, 0]): 3, bytes([8, 6, 0, 0, 0]): 4}[header[8:]]
+    stride = size * int.from_bytes(header[:4], "big")
+    raw, above = zlib.decompress(packed), bytes(stride)
+    for start in range(0, len(raw), 1 + stride):
+        row = bytearray(raw[start + 1:start + 1 + stride])
+        for i in range(stride):
+            left, corner = (row[i - size], above[i - size]) if i >= size else (0, 0)
+            # The neighbour nearest to what all three make of it.
+            paeth = min((left, above[i], corner), key=lambda x: abs(left + above[i] - corner - x))
+            guess = [0, left, above[i], (left + above[i]) // 2, paeth][raw[start]]
+            row[i] = (row[i] + guess) % 256
+        yield from (bytes(row[i:i + size]) for i in range(0, stride, size))
+        above = row
+
+
+def png_colours(data):
+    """The colours of the pixels that nothing shines through."""
+    return {pixel[:3] for pixel in png_pixels(data) if pixel[3:] in (b"", b"\xff")}
+
+
 class Icon(PackagingTest):
+    def picture_of(self, drawing):
+        """The picture of the icon when this is all that it draws."""
+        icon = self.folder / "icon.svg"
+        icon.write_text(re.sub(r"(<svg[^>]*>).*(</svg>)", rf"\1{drawing}\2",
+                               ICON.read_text(encoding="utf-8"), flags=re.DOTALL), encoding="utf-8")
+        self.assertEqual(self.passes("xmllint", "--noout", icon), "")
+        picture = self.folder / "icon.png"
+        self.passes("rsvg-convert", "-w", "48", "-h", "48", "-o", picture, icon)
+        return picture.read_bytes()
+
     def test_is_a_picture(self):
         self.assertEqual(self.passes("xmllint", "--noout", ICON), "")
         for size in (48, 128):
@@ -89,6 +130,12 @@ class Icon(PackagingTest):
             self.assertEqual(data[:8], b"\x89PNG\r\n\x1a\n")
             self.assertEqual([int.from_bytes(data[at:at + 4], "big") for at in (16, 20)],
                              [size, size])
+            self.assertGreater(len(png_colours(data)), 1)
+
+    def test_is_not_without_its_drawing(self):
+        self.assertEqual(png_colours(self.picture_of("")), set())
+        self.assertEqual(png_colours(self.picture_of('<path fill="#16425b" d="M0 0h64v64H0z"/>')),
+                         {bytes.fromhex("16425b")})
 
 
 if __name__ == "__main__":

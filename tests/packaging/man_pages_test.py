@@ -1,10 +1,11 @@
 """The man pages are well formed, and tell exactly the options that there are."""
 
 import re
+import shutil
 import subprocess
 import unittest
 
-from support import COMMANDS, PACKAGING, TARN_CLI, PackagingTest, program_commands
+from support import COMMANDS, PACKAGING, ROOT, TARN_CLI, PackagingTest, program_commands
 from support import program_kinds, program_options, program_words, run
 
 PAGES = [PACKAGING / "man" / name for name in ("tarn.1", "tarn-cli.1")]
@@ -53,6 +54,34 @@ def page_options(page, command):
     return options
 
 
+def plain(text):
+    """Without macros, as one line."""
+    text = re.sub(r"^\.[A-Z]+ ", "", text, flags=re.MULTILINE)
+    return " ".join(text.replace("\\-", "-").replace('"', "").split())
+
+
+def item(text, tag):
+    """What a section says behind a tag."""
+    return plain(text.partition(f"\n.TP\n{tag}\n")[2].partition("\n.TP\n")[0])
+
+
+def kinds_needing_targets():
+    """The reports and plots that are refused without, as they are typed."""
+    kinds = set()
+    for command, more in (("report", []), ("plot", ["-o", "x.svg"])):
+        for kind in program_kinds(command):
+            words = [*more, *(["--upper", "1"] if kind == "threshold" else [])]
+            status, text = run(TARN_CLI, command, kind, "x.net", "--inputs", "x.txt", *words)
+            if "--targets is missing" in text:
+                assert status == 2, text
+                kinds.add(f"{command} {kind}")
+    return kinds
+
+
+def told_kinds(text):
+    return set(re.findall(r"(?:report|plot) \w+", item(text, r".BI \-\-targets= FILE")))
+
+
 class ManPages(PackagingTest):
     def test_are_well_formed(self):
         for page in PAGES:
@@ -90,11 +119,40 @@ class ManPages(PackagingTest):
         text = sections(CLI_PAGE)
         for option, section in (("--width", "plot"), ("--height", "plot"), ("--seed", "train"),
                                 ("--iterations", "train")):
-            _, refusal = run(TARN_CLI, section, *(["scatter"] if section == "plot" else []), "x.net",
-                             option, "-1", "-o", "x.svg")
+            kind = ["scatter"] if section == "plot" else []
+            _, refusal = run(TARN_CLI, section, *kind, "x.net", option, "-1", "-o", "x.svg")
             low, high = re.search(r"not in range (\d+) to (\d+)", refusal).groups()
             lines = text[section].replace("\\-", "-").partition(f".BI {option}=")[2].split(".TP")[0]
             self.assertIn(f"{low} to {high}", " ".join(lines.split()), option)
+
+    def test_tell_which_kinds_need_targets(self):
+        wanted = kinds_needing_targets()
+        self.assertIn("plot error", wanted)
+        self.assertEqual(told_kinds(sections(CLI_PAGE)["Data options"]), wanted)
+        page = self.spoiled(CLI_PAGE, ".B plot scatter", ".B plot outputs")
+        self.assertEqual(told_kinds(sections(page)["Data options"]) ^ wanted,
+                         {"plot scatter", "plot outputs"})
+
+    def copy_iris(self):
+        for name in ("iris.net", "iris.txt"):
+            shutil.copy(ROOT / "examples" / "iris" / name, self.folder)
+
+    def test_tell_the_status_of_values_that_are_refused(self):
+        self.copy_iris()
+        text = sections(CLI_PAGE)["EXIT STATUS"]
+        for told in (1, 2):
+            examples = re.findall(r"\( (--\S+ \S+) \)", item(text, f".B {told}"))
+            self.assertEqual(len(examples), 1, told)
+            status, _ = run(TARN_CLI, "set", "iris.net", *examples[0].split(), folder=self.folder)
+            self.assertEqual(status, told, examples)
+
+    def test_quote_the_refusal_of_one_input_twice(self):
+        self.copy_iris()
+        quoted = re.search(r"Twice the same input fails: (.*?!)",
+                           plain(sections(CLI_PAGE)["plot"]))[1]
+        status, text = run(TARN_CLI, "plot", "contour", "iris.net", "--seed", "1",
+                           "--first-input", "4", "-o", "x.svg", folder=self.folder)
+        self.assertEqual((status, text.splitlines()[-1]), (1, f"tarn-cli: {quoted}"))
 
 
 if __name__ == "__main__":

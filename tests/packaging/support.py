@@ -12,11 +12,12 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 PACKAGING = ROOT / "packaging"
 MADE = pathlib.Path(os.environ["TARN_MADE"])
 TARN_CLI = os.environ["TARN_CLI"]
+TARN = os.environ["TARN"]
 
 COMMANDS = ["new", "set", "train", "recall", "report", "plot", "restore"]
 
 
-def run(*command, **surroundings):
+def run(*command, folder=None, **surroundings):
     """Exit status and all that was printed."""
     done = subprocess.run(
         command,
@@ -24,6 +25,7 @@ def run(*command, **surroundings):
         stdout=subprocess.PIPE,
         stderr=subprocess.STDOUT,
         text=True,
+        cwd=folder,
         env={**os.environ, "LC_ALL": "C.UTF-8", **surroundings},
         check=False,
     )
@@ -31,16 +33,21 @@ def run(*command, **surroundings):
 
 
 @functools.cache
-def program_options(command):
-    """The options that the program itself lists; of no command those of the program."""
+def listed_options(command):
+    """The options that the program itself lists, each with the sign of its value, "" of none; of no
+    command those of the program."""
     status, text = run(TARN_CLI, *([command] if command else []), "--help")
     assert status == 0, text
-    options = set()
+    options = {}
     for line in text.splitlines():
-        tag = re.match(r"  ((?:-\w,)?--?[\w-]+)( |$)", line)
+        tag = re.match(r"  ((?:-\w,)?--?[\w-]+)(?: (\S*)|$)", line)
         if tag and tag[1].startswith("-"):
-            options.update(tag[1].split(","))
+            options.update(dict.fromkeys(tag[1].split(","), tag[2] or ""))
     return options
+
+
+def program_options(command):
+    return set(listed_options(command))
 
 
 def program_commands():
