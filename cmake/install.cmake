@@ -48,7 +48,7 @@ function(tarn_install_man_page name)
 endfunction()
 
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
-  ${packaging}/texts ${packaging}/desktop/tarn.metainfo.xml.in
+  ${packaging}/texts ${packaging}/copyright.libraries ${packaging}/desktop/tarn.metainfo.xml.in
   ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/LICENSE)
 tarn_packaged_text(changelog changelog)
 tarn_packaged_text(metainfo tarn.metainfo.xml)

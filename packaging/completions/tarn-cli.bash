@@ -55,11 +55,11 @@ _tarn_cli_list() {
   mapfile -t COMPREPLY < <(compgen -P "$head" -W "$1" -- "${cur##*,}")
 }
 
-# Whether the word $1 is an option whose value is the next word.
+# Whether the word $1 is an option whose value is the next word, or sends output to it.
 _tarn_cli_takes_value() {
   case $1 in
-    -h | --help | --version | --force | --no-save | --quiet | -- | --*=* | -o?*) return 1 ;;
-    -*) ;;
+    -h | --help | --version | --force | --no-save | --quiet | -- | --*=* | -o?* | -[0-9]*) return 1 ;;
+    -* | '>' | '>>' | '<' | [12]'>' | [12]'>>' | '&>') ;;
     *) return 1 ;;
   esac
 }
@@ -70,7 +70,7 @@ _tarn_cli_value() {
     --transfer) _tarn_cli_list 'sigmoid gaussian tanh sech' ;;
     --test-method) _tarn_cli_words 'none beginning end random' ;;
     --normalize-inputs | --normalize-targets) _tarn_cli_words 'on off' ;;
-    --inputs | --targets | --history | --error-history | --autosave | --outputs)
+    --inputs | --targets | --history | --error-history | --autosave | --outputs | *'>' | '<')
       _tarn_cli_files '*'
       ;;
     -o | --output)
@@ -134,7 +134,7 @@ _tarn_cli() {
       option=''
     elif _tarn_cli_takes_value "$word"; then
       option=$word
-    elif [[ "$word" == -* ]]; then
+    elif [[ "$word" == -[!0-9]* ]]; then
       continue
     elif [[ -z "$command" ]]; then
       command=$word

@@ -1,8 +1,6 @@
-#include <cstdint>
 #include <memory>
 #include <string_view>
 
-#include "base/text_numbers.h"
 #include "cli/commands.h"
 #include "cli/common.h"
 #include "netfile/autosave_store.h"
@@ -17,9 +15,9 @@ struct RestoreArguments {
 };
 
 std::string RefuseOtherThanWholeNumbers(const std::string& text) {
-  std::string_view rest = text;
-  int32_t number = 0;
-  if (ScanInt(rest, number) && rest.empty()) return "";
+  std::string_view digits = text;
+  if (digits.starts_with('-')) digits.remove_prefix(1);
+  if (!digits.empty() && digits.find_first_not_of("0123456789") == digits.npos) return "";
   return "'" + text + "' is no whole number";
 }
 

@@ -51,7 +51,7 @@ TEST_F(RestoreCommand, MatchesAnIterationByItsBeginning) {
 
 TEST_F(RestoreCommand, LeavesTheDestinationWhenThereIsNoSuchSnapshot) {
   Write("mine.net", "mine");
-  for (const char* iteration : {"7", "0", "-5"}) {
+  for (const char* iteration : {"7", "0", "-5", "99999999999"}) {
     ExpectFailure({"restore", "a.store", iteration, "mine.net"}, "File Not Saved");
     EXPECT_EQ(Read("mine.net"), "mine");
     ExpectFailure({"restore", "a.store", iteration, "none.net"}, "File Not Saved");
@@ -60,7 +60,7 @@ TEST_F(RestoreCommand, LeavesTheDestinationWhenThereIsNoSuchSnapshot) {
 }
 
 TEST_F(RestoreCommand, TakesAWholeNumberAlone) {
-  for (const char* iteration : {"x", "5x", "5.5", ""}) {
+  for (const char* iteration : {"x", "5x", "5.5", "-", ""}) {
     const RunResult result = Run({"restore", "a.store", iteration, "a.net"});
     EXPECT_EQ(result.status, 2) << iteration;
     EXPECT_EQ(result.err, std::string("tarn-cli: ITERATION: '") + iteration +

@@ -202,6 +202,10 @@ class Completions(PackagingTest):
         for line in ("tarn-cli recall --inputs ", "tarn-cli restore "):
             self.assertIn("other.txt", bash(line, **here))
             self.assertIn("other.txt", fish(line, **here))
+        for line in ("report weights x.net > ", "train 2> ", "recall >> "):
+            self.assertIn("other.txt", bash(f"tarn-cli {line}", **here))
+        self.assertIn("weights", bash("tarn-cli report > out.txt ", **here))
+        self.assertEqual(bash("tarn-cli restore x.store -5 ", **here), {"a b.net", "sub"})
         self.assertIn('1:network file:_files -g "*.net"', zsh("train"))
         self.assertIn('1:network file:_files -g "*.net"', zsh(None, FOLDER / "_tarn"))
 

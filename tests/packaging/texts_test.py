@@ -64,7 +64,7 @@ class Texts(PackagingTest):
         license, _, others = text.partition("Expat\n")[2].partition("\n\n")
         self.assertEqual(license.replace("\n .\n", "\n").split(), words)
         self.assertEqual(re.findall("^License: (.+)$", others, re.MULTILINE),
-                         ["BSD-3-clause", "Apache-2.0"])
+                         ["BSD-3-Clause", "Apache-2.0"])
 
     def test_copyright_names_the_libraries_that_are_compiled_in(self):
         head = self.passes(*self.made("copyright")).partition("\n\n")[0]

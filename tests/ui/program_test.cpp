@@ -34,8 +34,9 @@ std::string RunProgram(const TempFolder& folder, const std::string& arguments) {
 
 // Its exit status without a display; `said` and `complained` get what it wrote.
 int RunWithoutDisplay(const TempFolder& folder, const std::string& arguments) {
-  return RunIn(folder, std::string("env -u DISPLAY -u WAYLAND_DISPLAY ") + TARN_PROGRAM + " " +
-                           arguments + " > said 2> complained");
+  return RunIn(folder, std::string("env -u DISPLAY -u WAYLAND_DISPLAY XDG_RUNTIME_DIR=. ") +
+                           "timeout 60 " + TARN_PROGRAM + " " + arguments +
+                           " > said 2> complained");
 }
 
 TEST(Program, StartsWithoutAWord) {
@@ -72,12 +73,13 @@ TEST(Program, OpensAFileOfAnyNameInTheLocaleC) {
   const std::string name = "nets/\xC3\xBC 'n\".net";
   std::filesystem::copy(std::string(TARN_SOURCE_DIR) + "/examples/xor/xor.net", folder / name);
   const int status =
-      RunIn(folder, std::string("(LC_ALL=C ") + TARN_PROGRAM +
+      RunIn(folder, std::string("(LC_ALL=C timeout 60 ") + TARN_PROGRAM +
                         " \"$(echo nets/*)\" > said 2>&1 & tarn=$!; " + TARN_SOURCE_DIR +
                         "/tests/packaging/close_window Tarn 20 > title; wait $tarn)");
   EXPECT_EQ(status, 0);
   EXPECT_EQ(ReadFile(folder / "said"), "");
-  EXPECT_TRUE(std::filesystem::exists(folder / "nets/tarn.cfg")) << ReadFile(folder / "title");
+  EXPECT_THAT(ReadFile(folder / "title"), HasSubstr(" 'n\".net"));
+  EXPECT_TRUE(std::filesystem::exists(folder / "nets/tarn.cfg"));
 }
 
 TEST(Program, TellsHelpAndVersionWithoutADisplay) {

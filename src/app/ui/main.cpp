@@ -3,29 +3,33 @@
 #include <wx/app.h>
 #include <wx/init.h>
 
-#include "app/program_arguments.h"
+#include "app/ui/program_arguments.h"
 #include "app/ui/tarn_app.h"
 #include "base/command_line.h"
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include "base/wide_text.h"
 #endif
 
 namespace {
 
 // Exit statuses.
 constexpr int kDone = 0;
-constexpr int kNotStarted = 1;
+constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 // Before there is a display, where one can do without.
 int Answer(const tarn::ProgramArguments& arguments) {
   const bool asked_for = arguments.request == tarn::ProgramArguments::Request::kTell;
 #ifdef _WIN32
-  ::MessageBoxA(nullptr, arguments.text.c_str(), "Tarn",
+  ::MessageBoxW(nullptr, tarn::Widen(arguments.text).c_str(), L"Tarn",
                 asked_for ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
 #else
-  std::fputs(arguments.text.c_str(), asked_for ? stdout : stderr);
+  std::FILE* const stream = asked_for ? stdout : stderr;
+  const bool told = std::fputs(arguments.text.c_str(), stream) >= 0 && std::fflush(stream) == 0;
+  if (asked_for && !told) return kFailed;
 #endif
   return asked_for ? kDone : kWrongUsage;
 }
@@ -52,5 +56,5 @@ int main(int argc, char** argv) {
   // The words have been read, byte by byte; the library would read them in the locale.
   int name_alone = 1;
   const int status = wxEntry(name_alone, argv);
-  return status < 0 ? kNotStarted : status;
+  return status < 0 ? kFailed : status;
 }

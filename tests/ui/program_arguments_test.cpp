@@ -1,4 +1,4 @@
-#include "app/program_arguments.h"
+#include "app/ui/program_arguments.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
