@@ -17,7 +17,8 @@ struct RestoreArguments {
 std::string RefuseOtherThanWholeNumbers(const std::string& text) {
   std::string_view digits = text;
   if (digits.starts_with('-')) digits.remove_prefix(1);
-  if (!digits.empty() && digits.find_first_not_of("0123456789") == digits.npos) return "";
+  if (!digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos)
+    return "";
   return "'" + text + "' is no whole number";
 }
 
