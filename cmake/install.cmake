@@ -21,8 +21,7 @@ set(release_time $ENV{SOURCE_DATE_EPOCH})
 if(NOT release_time)
   file(TIMESTAMP ${PROJECT_SOURCE_DIR}/CHANGELOG.md release_time "%s" UTC)
 endif()
-file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE maintainer REGEX "^Copyright" LIMIT_COUNT 1)
-string(REGEX REPLACE "^Copyright \\(c\\) [0-9, -]+ " "" maintainer "${maintainer}")
+tarn_read_license(copyright maintainer)
 # Debian wants an address; the name "invalid" says that there is none.
 set(TARN_MAINTAINER "${maintainer} <contributors@tarn.invalid>" CACHE STRING
   "Who answers for the package: NAME <ADDRESS>")

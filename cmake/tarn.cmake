@@ -32,3 +32,11 @@ function(tarn_windows name)
   target_include_directories(tarn_${name}_ui PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(tarn_${name}_ui PRIVATE tarn_options PUBLIC ${ARG_USES} tarn_resources)
 endfunction()
+
+# tarn_read_license(COPYRIGHT HOLDER): sets both to the line of the LICENSE, and to whom it names.
+function(tarn_read_license copyright holder)
+  file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE line REGEX "^Copyright" LIMIT_COUNT 1)
+  string(REGEX REPLACE "^Copyright \\(c\\) [0-9, -]+ " "" name "${line}")
+  set(${copyright} "${line}" PARENT_SCOPE)
+  set(${holder} "${name}" PARENT_SCOPE)
+endfunction()

@@ -17,9 +17,9 @@ struct RestoreArguments {
 std::string RefuseOtherThanWholeNumbers(const std::string& text) {
   std::string_view digits = text;
   if (digits.starts_with('-')) digits.remove_prefix(1);
-  if (!digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos)
-    return "";
-  return "'" + text + "' is no whole number";
+  const bool whole =
+      !digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos;
+  return whole ? "" : "'" + text + "' is no whole number";
 }
 
 ExitStatus RunRestore(RestoreArguments& arguments) {
